@@ -1,0 +1,86 @@
+#include "Ekinora.h"
+
+#include "platform/Platform.h"
+#include "platform/Storyboard.h"
+#include "service/AppDelegate.h"
+#include "service/ServiceRoots.h"
+#include "shell/ShellScreens.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QQuickStyle>
+#include <QTimer>
+
+namespace ekinora {
+
+using namespace platform;
+
+QString Ekinora::version() { return QStringLiteral(EKINORA_VERSION); }
+
+void Ekinora::registerScreens() { shell::registerScreens(); }
+
+Ekinora::Ekinora(const StartOptions& options, QObject* parent) : QObject(parent) {
+    if (!options.serviceBase.isEmpty()) service::Roots::configure(options.serviceBase);
+
+    QQmlEngine* engine = nullptr;
+    if (options.withWindow) {
+        QQuickStyle::setStyle(QStringLiteral("Material"));
+        for (const char* font : {":/ekinora/fonts/DejaVuSans.ttf", ":/ekinora/fonts/DejaVuSans-Bold.ttf"})
+            QFontDatabase::addApplicationFont(QString::fromLatin1(font));
+        QFont font(QStringLiteral("DejaVu Sans"));
+        font.setPixelSize(15);
+        QGuiApplication::setFont(font);
+        engine = new QQmlEngine;
+    }
+    QString dir = options.settingsDir;
+    if (dir.isEmpty()) dir = QDir::homePath() + QStringLiteral("/.config/ekinora");
+    QDir().mkpath(dir);
+    auto* defaults = new UserDefaults(QDir(dir).filePath(QStringLiteral("store.ini")));
+    auto* http = options.http ? options.http : new QtHttpClient;
+    auto* scheduler = options.scheduler ? options.scheduler : new SystemScheduler;
+    auto* push = options.push ? options.push : new PushService;
+    m_platform = new Platform(scheduler, defaults, http, push, engine, this);
+    m_platform->application().setBundleShortVersion(version());
+    m_platform->application().setUrlOpener([](const QUrl& url) { return QDesktopServices::openUrl(url); });
+    registerScreens();
+    m_delegate = new service::AppDelegate(this);
+}
+
+Ekinora::~Ekinora() {
+    delete m_delegate;
+    delete m_platform;
+}
+
+bool Ekinora::start() {
+    // The storyboard makes the root before the delegate starts.
+    ViewController* root = Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("RootViewController"));
+    m_platform->window().setRootViewController(root);
+    const bool ok = m_delegate->didFinishLaunching();
+    watchApplicationState();
+    return ok;
+}
+
+void Ekinora::watchApplicationState() {
+    // Activation also follows a cold start.
+    QTimer::singleShot(0, m_delegate, [this] {
+        m_lastState = Qt::ApplicationActive;
+        m_delegate->applicationDidBecomeActive();
+    });
+    if (auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance())) {
+        connect(app, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+            if (m_lastState < 0 || state == m_lastState) return;
+            const bool wasAway = m_lastState == Qt::ApplicationHidden || m_lastState == Qt::ApplicationSuspended;
+            if (wasAway && state != Qt::ApplicationHidden && state != Qt::ApplicationSuspended)
+                m_delegate->applicationWillEnterForeground();
+            if (state == Qt::ApplicationActive) m_delegate->applicationDidBecomeActive();
+            else if (state == Qt::ApplicationInactive) m_delegate->applicationWillResignActive();
+            else m_delegate->applicationDidEnterBackground();
+            m_lastState = state;
+        });
+    }
+}
+
+} // namespace ekinora

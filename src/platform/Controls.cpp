@@ -1,0 +1,57 @@
+#include "Controls.h"
+
+#include "Foundation.h"
+
+#include <QMetaMethod>
+
+namespace ekinora::platform {
+
+View::View(const QString& name, QObject* parent) : QObject(parent) { setObjectName(name); }
+
+LayoutConstraint::LayoutConstraint(const QString& name, double constant, QObject* parent)
+    : QObject(parent), m_constant(constant) {
+    setObjectName(name);
+}
+
+void Control::addTarget(QObject* target, const QString& action) { m_targets.append(Target{target, action}); }
+
+void Control::sendActions() {
+    const QList<Target> targets = m_targets;
+    for (const Target& t : targets) {
+        if (!t.object) continue;
+        const QMetaObject* meta = t.object->metaObject();
+        const QByteArray name = t.action.toLatin1();
+        int withSender = -1, plain = -1;
+        for (int i = 0; i < meta->methodCount(); ++i) {
+            const QMetaMethod m = meta->method(i);
+            if (m.name() != name) continue;
+            if (m.parameterCount() == 0) plain = i;
+            else if (m.parameterCount() == 1 && m.parameterMetaType(0) == QMetaType::fromType<QObject*>()) withSender = i;
+        }
+        if (withSender >= 0) meta->method(withSender).invoke(t.object, Qt::DirectConnection, Q_ARG(QObject*, this));
+        else if (plain >= 0) meta->method(plain).invoke(t.object, Qt::DirectConnection);
+        else
+            fatal(QStringLiteral("-[%1 %2:]: unrecognized selector sent to instance")
+                      .arg(QString::fromLatin1(meta->className()), t.action));
+    }
+}
+
+bool TextField::userEdit(int location, int length, const QString& replacement) {
+    location = qBound(0, location, int(m_text.size()));
+    length = qBound(0, length, int(m_text.size()) - location);
+    if (m_shouldChange && !m_shouldChange(this, location, length, replacement)) return false;
+    QString next = m_text;
+    next.replace(location, length, replacement);
+    setText(next);
+    return true;
+}
+
+void TextField::userType(const QString& characters) {
+    for (QChar c : characters) userEdit(int(m_text.size()), 0, QString(c));
+}
+
+void TextField::userReturn() {
+    if (m_shouldReturn) m_shouldReturn(this);
+}
+
+} // namespace ekinora::platform

@@ -1,0 +1,254 @@
+#pragma once
+
+// Controls as small models named like the screen's controls. QML binds to them; the screen's code sets
+// them. A control's objectName is its name in the screen.
+
+#include <QColor>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QUrl>
+#include <functional>
+
+namespace ekinora::platform {
+
+class View : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool hidden READ isHidden WRITE setHidden NOTIFY changed)
+    Q_PROPERTY(double alpha READ alpha WRITE setAlpha NOTIFY changed)
+    Q_PROPERTY(bool userInteractionEnabled READ userInteractionEnabled WRITE setUserInteractionEnabled NOTIFY changed)
+    Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor NOTIFY changed)
+    Q_PROPERTY(QColor borderColor READ borderColor WRITE setBorderColor NOTIFY changed)
+    Q_PROPERTY(double borderWidth READ borderWidth WRITE setBorderWidth NOTIFY changed)
+    Q_PROPERTY(double cornerRadius READ cornerRadius WRITE setCornerRadius NOTIFY changed)
+public:
+    explicit View(const QString& name = {}, QObject* parent = nullptr);
+
+    bool isHidden() const { return m_hidden; }
+    void setHidden(bool h) { set(m_hidden, h); }
+    double alpha() const { return m_alpha; }
+    void setAlpha(double a) { set(m_alpha, a); }
+    bool userInteractionEnabled() const { return m_interaction; }
+    void setUserInteractionEnabled(bool e) { set(m_interaction, e); }
+    QColor backgroundColor() const { return m_background; }
+    void setBackgroundColor(const QColor& c) { set(m_background, c); }
+    QColor borderColor() const { return m_borderColor; }
+    void setBorderColor(const QColor& c) { set(m_borderColor, c); }
+    double borderWidth() const { return m_borderWidth; }
+    void setBorderWidth(double w) { set(m_borderWidth, w); }
+    double cornerRadius() const { return m_cornerRadius; }
+    void setCornerRadius(double r) { set(m_cornerRadius, r); }
+
+signals:
+    void changed();
+
+protected:
+    template <class T> void set(T& field, const T& value) {
+        if (field == value) return;
+        field = value;
+        emit changed();
+    }
+
+private:
+    bool m_hidden = false;
+    double m_alpha = 1.0;
+    bool m_interaction = true;
+    QColor m_background;
+    QColor m_borderColor;
+    double m_borderWidth = 0;
+    double m_cornerRadius = 0;
+};
+
+class Label : public View {
+    Q_OBJECT
+    Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
+    Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor NOTIFY changed)
+    Q_PROPERTY(int numberOfLines READ numberOfLines WRITE setNumberOfLines NOTIFY changed)
+public:
+    using View::View;
+    QString text() const { return m_text; }
+    void setText(const QString& t) { set(m_text, t); }
+    QColor textColor() const { return m_color; }
+    void setTextColor(const QColor& c) { set(m_color, c); }
+    int numberOfLines() const { return m_lines; }
+    void setNumberOfLines(int n) { set(m_lines, n); }
+
+private:
+    QString m_text;
+    QColor m_color;
+    int m_lines = 1;
+};
+
+// Target-action pairs accumulate, as addTarget:action: does: adding the same pair twice calls it twice.
+class Control : public View {
+    Q_OBJECT
+    Q_PROPERTY(bool enabled READ isEnabled WRITE setEnabled NOTIFY changed)
+    Q_PROPERTY(bool selected READ isSelected WRITE setSelected NOTIFY changed)
+public:
+    using View::View;
+    bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool e) { set(m_enabled, e); }
+    bool isSelected() const { return m_selected; }
+    void setSelected(bool s) { set(m_selected, s); }
+
+    void addTarget(QObject* target, const QString& action);
+    void removeTargets() { m_targets.clear(); }
+    int targetCount() const { return int(m_targets.size()); }
+    // Calls every target's action with this control as the sender.
+    Q_INVOKABLE void sendActions();
+
+private:
+    struct Target {
+        QPointer<QObject> object;
+        QString action;
+    };
+    QList<Target> m_targets;
+    bool m_enabled = true;
+    bool m_selected = false;
+};
+
+class Button : public Control {
+    Q_OBJECT
+    Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY changed)
+    Q_PROPERTY(QString image READ image WRITE setImage NOTIFY changed)
+    Q_PROPERTY(QColor titleColor READ titleColor WRITE setTitleColor NOTIFY changed)
+    Q_PROPERTY(int tag READ tag WRITE setTag NOTIFY changed)
+public:
+    using Control::Control;
+    QString title() const { return m_title; }
+    void setTitle(const QString& t) { set(m_title, t); }
+    QString image() const { return m_image; }
+    void setImage(const QString& i) { set(m_image, i); }
+    QColor titleColor() const { return m_titleColor; }
+    void setTitleColor(const QColor& c) { set(m_titleColor, c); }
+    int tag() const { return m_tag; }
+    void setTag(int t) { set(m_tag, t); }
+    // A tap: what the user does, and what tests do through the object contract.
+    Q_INVOKABLE void tap() {
+        if (isEnabled() && userInteractionEnabled() && !isHidden()) sendActions();
+    }
+
+private:
+    QString m_title;
+    QString m_image;
+    QColor m_titleColor;
+    int m_tag = 0;
+};
+
+class TextField : public Control {
+    Q_OBJECT
+    Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
+    Q_PROPERTY(QString placeholder READ placeholder WRITE setPlaceholder NOTIFY changed)
+    Q_PROPERTY(bool secureTextEntry READ secureTextEntry WRITE setSecureTextEntry NOTIFY changed)
+    Q_PROPERTY(int keyboardType READ keyboardType WRITE setKeyboardType NOTIFY changed)
+    Q_PROPERTY(bool firstResponder READ isFirstResponder NOTIFY changed)
+public:
+    using Control::Control;
+    // textField:shouldChangeCharactersInRange:replacementString:; true lets the change through.
+    using ShouldChange = std::function<bool(TextField*, int location, int length, const QString& replacement)>;
+    using ShouldReturn = std::function<bool(TextField*)>;
+
+    QString text() const { return m_text; }
+    void setText(const QString& t) { set(m_text, t); }
+    QString placeholder() const { return m_placeholder; }
+    void setPlaceholder(const QString& p) { set(m_placeholder, p); }
+    bool secureTextEntry() const { return m_secure; }
+    void setSecureTextEntry(bool s) { set(m_secure, s); }
+    int keyboardType() const { return m_keyboard; }
+    void setKeyboardType(int k) { set(m_keyboard, k); }
+    bool isFirstResponder() const { return m_firstResponder; }
+    Q_INVOKABLE void becomeFirstResponder() { set(m_firstResponder, true); }
+    Q_INVOKABLE void resignFirstResponder() { set(m_firstResponder, false); }
+
+    void setShouldChange(ShouldChange f) { m_shouldChange = std::move(f); }
+    void setShouldReturn(ShouldReturn f) { m_shouldReturn = std::move(f); }
+
+    // The user replaces the characters in [location, location + length) with the replacement; the
+    // delegate may refuse. Returns whether the text changed.
+    Q_INVOKABLE bool userEdit(int location, int length, const QString& replacement);
+    // Typing at the end of the text, one character at a time.
+    Q_INVOKABLE void userType(const QString& characters);
+    Q_INVOKABLE void userReturn();
+
+private:
+    QString m_text;
+    QString m_placeholder;
+    bool m_secure = false;
+    int m_keyboard = 0;
+    bool m_firstResponder = false;
+    ShouldChange m_shouldChange;
+    ShouldReturn m_shouldReturn;
+};
+
+class ImageView : public View {
+    Q_OBJECT
+    // A bundled picture's name, or a remote address.
+    Q_PROPERTY(QString image READ image WRITE setImage NOTIFY changed)
+    Q_PROPERTY(QUrl imageUrl READ imageUrl WRITE setImageUrl NOTIFY changed)
+public:
+    using View::View;
+    QString image() const { return m_image; }
+    void setImage(const QString& i) { set(m_image, i); }
+    QUrl imageUrl() const { return m_url; }
+    void setImageUrl(const QUrl& u) { set(m_url, u); }
+
+private:
+    QString m_image;
+    QUrl m_url;
+};
+
+// An Auto Layout constraint whose constant a screen changes (a height of 0 hides a box).
+class LayoutConstraint : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(double constant READ constant WRITE setConstant NOTIFY changed)
+public:
+    explicit LayoutConstraint(const QString& name = {}, double constant = 0, QObject* parent = nullptr);
+    double constant() const { return m_constant; }
+    void setConstant(double c) {
+        if (m_constant == c) return;
+        m_constant = c;
+        emit changed();
+    }
+signals:
+    void changed();
+
+private:
+    double m_constant = 0;
+};
+
+// A table or collection view: the rows come from the data source on the controller and are refreshed
+// only by reloadData.
+class TableView : public View {
+    Q_OBJECT
+    Q_PROPERTY(int revision READ revision NOTIFY reloaded)
+    Q_PROPERTY(bool scrollEnabled READ scrollEnabled WRITE setScrollEnabled NOTIFY changed)
+public:
+    using View::View;
+    int revision() const { return m_revision; }
+    bool scrollEnabled() const { return m_scroll; }
+    void setScrollEnabled(bool s) { set(m_scroll, s); }
+    Q_INVOKABLE void reloadData() {
+        ++m_revision;
+        emit reloaded();
+    }
+signals:
+    void reloaded();
+
+private:
+    int m_revision = 0;
+    bool m_scroll = true;
+};
+
+class BarButtonItem : public Button {
+    Q_OBJECT
+    Q_PROPERTY(QString badgeValue READ badgeValue WRITE setBadgeValue NOTIFY changed)
+public:
+    using Button::Button;
+    QString badgeValue() const { return m_badge; }
+    void setBadgeValue(const QString& b) { set(m_badge, b); }
+
+private:
+    QString m_badge;
+};
+
+} // namespace ekinora::platform

@@ -1,0 +1,79 @@
+import QtQuick
+import QtQuick.Controls
+
+// A centred alert, or an action sheet at the bottom: title, message and its buttons in order.
+Item {
+    id: root
+    property string title: controller.title
+    property string message: controller.message
+
+    Rectangle { anchors.fill: parent; color: "#66000000" }
+    MouseArea { anchors.fill: parent }
+
+    Rectangle {
+        id: card
+        objectName: "alert"
+        property string title: root.title
+        property string message: root.message
+        width: Math.min(root.width - 80, 300)
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.verticalCenter: controller.actionSheet ? undefined : parent.verticalCenter
+        anchors.bottom: controller.actionSheet ? parent.bottom : undefined
+        anchors.bottomMargin: 24
+        radius: 14
+        color: "#f7f7f7"
+        height: column.height
+
+        Column {
+            id: column
+            width: parent.width
+            Item { width: 1; height: 18 }
+            Text {
+                width: parent.width - 32
+                anchors.horizontalCenter: parent.horizontalCenter
+                visible: text.length > 0
+                text: root.title
+                font.pixelSize: 17
+                font.bold: true
+                color: "#000000"
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.WordWrap
+            }
+            Item { width: 1; height: 4 }
+            Text {
+                width: parent.width - 32
+                anchors.horizontalCenter: parent.horizontalCenter
+                visible: text.length > 0
+                text: root.message
+                font.pixelSize: 14
+                color: "#333333"
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.WordWrap
+            }
+            Item { width: 1; height: 18 }
+            Repeater {
+                model: controller.buttonTitles
+                delegate: Column {
+                    width: column.width
+                    Rectangle { width: parent.width; height: 1; color: "#dcdcdc" }
+                    AbstractButton {
+                        objectName: "alertButton"
+                        width: parent.width
+                        height: 48
+                        text: modelData
+                        Accessible.name: modelData
+                        contentItem: Text {
+                            text: modelData
+                            font.pixelSize: 17
+                            font.bold: controller.buttonStyles[index] === 1
+                            color: controller.buttonStyles[index] === 2 ? "#e0302a" : "#0a7aff"
+                            horizontalAlignment: Text.AlignHCenter
+                            verticalAlignment: Text.AlignVCenter
+                        }
+                        onClicked: controller.tapButton(index)
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,22 @@
+import QtQuick
+import QtQuick.Controls
+
+// A bar button item with its badge.
+ToolButton {
+    id: button
+    property QtObject model: null
+    objectName: model ? model.objectName : ""
+    visible: model !== null && !model.hidden
+    width: 48; height: 48
+    text: model ? model.title : ""
+    icon.source: model && model.image.length > 0 ? "qrc:/ekinora/images/" + model.image + ".png" : ""
+    onClicked: if (model) model.tap()
+    Accessible.name: model ? (model.title.length > 0 ? model.title : model.objectName) : ""
+    Rectangle {
+        visible: button.model !== null && button.model.badgeValue.length > 0 && button.model.badgeValue !== "0"
+        anchors { right: parent.right; top: parent.top; margins: 4 }
+        width: Math.max(18, badgeText.implicitWidth + 8); height: 18; radius: 9
+        color: "#e0302a"
+        Text { id: badgeText; anchors.centerIn: parent; text: button.model ? button.model.badgeValue : ""; color: "white"; font.pixelSize: 11 }
+    }
+}

@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Controls
+
+// A navigation stack: the bar with the back button, the title and the top screen's right item, and the
+// top screen below it.
+Item {
+    id: root
+    property Item contentSlot: slot
+
+    Rectangle {
+        id: bar
+        visible: !controller.navigationBarHidden
+        anchors { left: parent.left; right: parent.right; top: parent.top }
+        height: visible ? 56 : 0
+        color: "#ffffff"
+        Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom }; height: 1; color: "#e6e6e6" }
+
+        ToolButton {
+            objectName: "backButton"
+            visible: controller.depth > 1
+            anchors { left: parent.left; verticalCenter: parent.verticalCenter }
+            width: 48; height: 48
+            text: "‹"
+            font.pixelSize: 30
+            onClicked: controller.goBack()
+            Accessible.name: "Geri"
+        }
+        Label {
+            anchors.centerIn: parent
+            width: parent.width - 120
+            horizontalAlignment: Text.AlignHCenter
+            elide: Text.ElideRight
+            text: controller.topTitle
+            color: "#333333"
+            font.pixelSize: 18
+            font.weight: Font.Medium
+        }
+        BarButton {
+            anchors { right: parent.right; verticalCenter: parent.verticalCenter; rightMargin: 4 }
+            model: controller.topRightItem
+        }
+    }
+
+    Item {
+        id: slot
+        anchors { left: parent.left; right: parent.right; top: bar.bottom; bottom: parent.bottom }
+        clip: true
+    }
+}

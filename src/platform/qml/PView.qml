@@ -1,0 +1,14 @@
+import QtQuick
+
+// A plain view bound to its model: hidden, alpha, background, border.
+Rectangle {
+    property QtObject model: null
+    objectName: model ? model.objectName : ""
+    visible: model ? !model.hidden : true
+    opacity: model ? model.alpha : 1
+    enabled: model ? model.userInteractionEnabled : true
+    color: model && model.backgroundColor.a > 0 ? model.backgroundColor : "transparent"
+    border.width: model ? model.borderWidth : 0
+    border.color: model ? model.borderColor : "transparent"
+    radius: model ? model.cornerRadius : 0
+}

@@ -1,0 +1,41 @@
+import QtQuick
+
+// The side-menu container: the menu lies under the content, which slides aside when the menu opens.
+Item {
+    id: root
+    property Item contentSlot: contentSlot
+    property Item menuSlot: menuSlot
+
+    Image {
+        anchors.fill: parent
+        source: controller.backgroundImage.length > 0 ? "qrc:/ekinora/images/" + controller.backgroundImage + ".png" : ""
+        fillMode: Image.PreserveAspectCrop
+        visible: source != ""
+    }
+    Item {
+        id: menuSlot
+        anchors { top: parent.top; bottom: parent.bottom; left: parent.left }
+        width: parent.width * 0.75
+        visible: controller.menuVisible
+    }
+    Item {
+        id: contentFrame
+        width: parent.width
+        height: parent.height
+        x: controller.menuVisible ? parent.width * 0.75 : 0
+        Behavior on x { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
+        Rectangle {
+            anchors.fill: parent
+            color: "white"
+            border.width: 0
+        }
+        Item { id: contentSlot; anchors.fill: parent; clip: true }
+        // While the menu is open a tap on the content closes it.
+        MouseArea {
+            anchors.fill: parent
+            visible: controller.menuVisible
+            onClicked: controller.hideMenuViewController()
+            Accessible.name: "Menüyü kapat"
+        }
+    }
+}

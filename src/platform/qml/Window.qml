@@ -1,0 +1,61 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+
+// The phone-sized window: the root controller's view, the presented controllers above it, then the
+// progress indicator and the wait overlay.
+ApplicationWindow {
+    id: window
+    width: 390
+    height: 844
+    visible: false
+    title: "Ekinora"
+    color: "#ffffff"
+
+    property Item contentLayer: contentLayer
+    property Item presentedLayer: presentedLayer
+
+    Item { id: contentLayer; anchors.fill: parent }
+    Item { id: presentedLayer; anchors.fill: parent }
+
+    Rectangle {
+        objectName: "progressHUD"
+        anchors.fill: parent
+        visible: appWindow.hudCount > 0
+        color: "transparent"
+        z: 1000
+        // Blocks touches on the screen below while a call runs.
+        MouseArea { anchors.fill: parent; preventStealing: true }
+        Rectangle {
+            anchors.centerIn: parent
+            width: 96; height: 96; radius: 12
+            color: "#cc333333"
+            BusyIndicator { anchors.centerIn: parent; running: parent.visible; Material.accent: "white" }
+        }
+        Accessible.name: "Yükleniyor"
+    }
+
+    Rectangle {
+        objectName: "waitOverlay"
+        property string text: appWindow.waitText
+        anchors.fill: parent
+        visible: appWindow.waitVisible
+        color: "#99000000"
+        z: 1001
+        MouseArea { anchors.fill: parent; preventStealing: true }
+        Column {
+            anchors.centerIn: parent
+            spacing: 12
+            BusyIndicator { anchors.horizontalCenter: parent.horizontalCenter; running: parent.visible }
+            Text {
+                text: appWindow.waitText
+                color: "white"
+                font.pixelSize: 16
+                width: window.width - 64
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.WordWrap
+            }
+        }
+        Accessible.name: text
+    }
+}
