@@ -1,7 +1,8 @@
 #pragma once
 
 // Foundation-like conversions used by the screens. A JSON value stands for an object of the original
-// platform: QJsonValue::Undefined is nil (an absent member), QJsonValue::Null is the null object.
+// platform: QJsonValue::Undefined is nil (an absent member), QJsonValue::Null is the null object. A
+// default-constructed QJsonValue is Null, so a property that starts as nil must say so.
 // Messaging nil yields zero or nil; messaging the null object with a selector it lacks is a fatal stop,
 // and these helpers keep both behaviours.
 

@@ -7,21 +7,21 @@ namespace ekinora::service {
 // The general request: one property per parameter, nil by default; the command in the parameters.
 class WSRequest {
 public:
-    Json doParam;
-    Json objectID;
-    Json cityID;
-    Json eventStatus;
-    Json slugName;
-    Json produceType;
-    Json produceCategory;
-    Json stockLocation;
-    Json produceID;
-    Json agrivoCity;
-    Json agrivoCounty;
-    Json ignoreRead; // kept, never set
-    Json isForced;   // kept, never set
-    Json pageToken;
-    Json barcodeID; // kept, never set
+    Json doParam{QJsonValue::Undefined};
+    Json objectID{QJsonValue::Undefined};
+    Json cityID{QJsonValue::Undefined};
+    Json eventStatus{QJsonValue::Undefined};
+    Json slugName{QJsonValue::Undefined};
+    Json produceType{QJsonValue::Undefined};
+    Json produceCategory{QJsonValue::Undefined};
+    Json stockLocation{QJsonValue::Undefined};
+    Json produceID{QJsonValue::Undefined};
+    Json agrivoCity{QJsonValue::Undefined};
+    Json agrivoCounty{QJsonValue::Undefined};
+    Json ignoreRead{QJsonValue::Undefined}; // kept, never set
+    Json isForced{QJsonValue::Undefined};   // kept, never set
+    Json pageToken{QJsonValue::Undefined};
+    Json barcodeID{QJsonValue::Undefined}; // kept, never set
 
     Parameters dictionaryRepresentation() const;
     void requestData(Callback success, Callback fail) const;
@@ -35,7 +35,7 @@ public:
 // The probe of the host outside "/api": "/check" on ServiceRoot.
 class MaintenanceModeRequest {
 public:
-    Json isDevelopment; // "test"; nothing sets it
+    Json isDevelopment{QJsonValue::Undefined}; // "test"; nothing sets it
 
     Parameters dictionaryRepresentation() const;
     void checkMaintenance(Callback success, Callback fail) const;
@@ -46,7 +46,7 @@ public:
 // neither "Content-Type" nor "Authorization".
 class MaintenanceRequest {
 public:
-    Json doParam;
+    Json doParam{QJsonValue::Undefined};
 
     Parameters dictionaryRepresentation() const;
     void checkMaintenance(Callback success, Callback fail) const;

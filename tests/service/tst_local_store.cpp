@@ -1,0 +1,110 @@
+// The store's keys between runs: the logout reset, the invitation countdown and the user record.
+
+#include "FakePlatform.h"
+#include "service/LocalStore.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace ekinora;
+using namespace ekinora::service;
+using namespace ekinora::testing;
+
+class LocalStoreTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { fake = new FakePlatform; }
+    void cleanup() { delete fake; }
+
+    void logoutResetsOnlyTheSessionAndTheFavourites() {
+        auto& s = *fake->store;
+        for (const QString& key : {StoreKey::NotifToken, StoreKey::HashCode, StoreKey::AppVersion, StoreKey::MenuItemCounter,
+                                   StoreKey::LibStat, StoreKey::MaizeCanola, StoreKey::TransactionId, StoreKey::Token})
+            s.setString(key, QStringLiteral("v"));
+        s.setJson(StoreKey::UserInfo, QJsonObject{{"type", "farmer"}});
+        s.setJson(StoreKey::WeatherKeys, QJsonArray{QJsonObject{{"temperature", "Sıcaklık"}}});
+
+        LocalStore::logoutReset();
+
+        QVERIFY(!s.contains(StoreKey::Token));
+        QVERIFY(!s.contains(StoreKey::UserInfo));
+        QCOMPARE(s.stringForKey(StoreKey::IsLogout), QStringLiteral("YES"));
+        QCOMPARE(s.jsonForKey(StoreKey::WeatherKeys).toArray(), LocalStore::defaultWeatherKeys());
+        for (const QString& key : {StoreKey::NotifToken, StoreKey::HashCode, StoreKey::AppVersion, StoreKey::MenuItemCounter,
+                                   StoreKey::LibStat, StoreKey::MaizeCanola, StoreKey::TransactionId})
+            QCOMPARE(s.stringForKey(key), QStringLiteral("v"));
+    }
+
+    void defaultFavouritesAreTheFiveFieldsInOrder() {
+        const QJsonArray keys = LocalStore::defaultWeatherKeys();
+        QCOMPARE(keys.size(), 5);
+        const QStringList names{"weatherCondition", "temperature", "precipitation", "windspeed", "winddirection"};
+        const QStringList captions{"", "Sıcaklık", "Yağış", "Rüzgar hızı", "Rüzgar yönü"};
+        for (int i = 0; i < 5; ++i) {
+            const QJsonObject entry = keys.at(i).toObject();
+            QCOMPARE(entry.size(), 1);
+            QCOMPARE(entry.value(names[i]).toString(), captions[i]);
+        }
+    }
+
+    void libStatCountsDownAcrossRunsAndStopsAtZero() {
+        auto& s = *fake->store;
+        LocalStore::stepLibStatAtStart(); // first run
+        QCOMPARE(s.stringForKey(StoreKey::LibStat), QStringLiteral("3"));
+        QVERIFY(LocalStore::stepLibStatAtHome()); // invitation, "3" to "2"
+        QVERIFY(!s.stringForKey(StoreKey::LibStat).isEmpty());
+        QCOMPARE(s.stringForKey(StoreKey::LibStat), QStringLiteral("2"));
+        LocalStore::stepLibStatAtStart(); // second run
+        QCOMPARE(s.stringForKey(StoreKey::LibStat), QStringLiteral("1"));
+        QVERIFY(LocalStore::stepLibStatAtHome()); // invitation again, "1" to "0"
+        LocalStore::stepLibStatAtStart(); // third run
+        QCOMPARE(s.stringForKey(StoreKey::LibStat), QStringLiteral("0"));
+        QVERIFY(!LocalStore::stepLibStatAtHome());
+        QCOMPARE(s.stringForKey(StoreKey::LibStat), QStringLiteral("0"));
+        // Anything unexpected is left as it is.
+        s.setString(StoreKey::LibStat, QStringLiteral("9"));
+        LocalStore::stepLibStatAtStart();
+        QVERIFY(!LocalStore::stepLibStatAtHome());
+        QCOMPARE(s.stringForKey(StoreKey::LibStat), QStringLiteral("9"));
+    }
+
+    void userRecordRoundTripsThroughTheFileWithItsNulls() {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("store.ini");
+        const QJsonObject record{{"type", "loyalty"},
+                                 {"token", "t-1"},
+                                 {"menu", QJsonArray{1, 2, 3}},
+                                 {"email", QJsonValue::Null},
+                                 {"location", QJsonObject{{"county", QJsonObject{{"name", "Çumra"}, {"latitude", 37.57}}},
+                                                          {"region", QJsonValue::Null}}}};
+        {
+            platform::UserDefaults disk(path);
+            disk.setJson(StoreKey::UserInfo, record);
+            disk.setString(StoreKey::Token, QStringLiteral("t-1"));
+            disk.synchronize();
+        }
+        platform::UserDefaults again(path);
+        QCOMPARE(again.jsonForKey(StoreKey::UserInfo).toObject(), record);
+        QVERIFY(again.jsonForKey(StoreKey::UserInfo).toObject().value("email").isNull());
+        QCOMPARE(again.stringForKey(StoreKey::Token), QStringLiteral("t-1"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray text = file.readAll();
+        QVERIFY(text.contains("token=t-1"));
+        QVERIFY(text.contains("userInfo="));
+    }
+
+    void anAbsentRecordMeansNobodyIsLoggedIn() {
+        QVERIFY(LocalStore::userInfo().isUndefined());
+        QVERIFY(LocalStore::token().isNull());
+    }
+
+private:
+    FakePlatform* fake = nullptr;
+};
+
+QTEST_GUILESS_MAIN(LocalStoreTest)
+#include "tst_local_store.moc"
