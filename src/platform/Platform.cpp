@@ -1,5 +1,6 @@
 #include "Platform.h"
 
+#include <QCoreApplication>
 #include <QQmlEngine>
 
 namespace ekinora::platform {
@@ -25,6 +26,7 @@ Platform::~Platform() {
     // Screens go before the services they use; the engine after the items it made.
     delete m_window;
     m_window = nullptr;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     delete m_engine;
     if (g_current == this) g_current = nullptr;
 }

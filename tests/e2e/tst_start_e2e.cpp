@@ -1,0 +1,136 @@
+// The real application, in-process on the offscreen platform, against the real reference service:
+// what a first start leaves in the store, what the service sees, and the maintenance alert.
+
+#include "Ekinora.h"
+#include "QuickProbe.h"
+#include "core/Server.h"
+#include "platform/Platform.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace ekinora;
+using namespace ekinora::testing;
+
+namespace {
+
+QString headerOf(const server::RecordedRequest& r, const std::string& name) {
+    for (const auto& [key, value] : r.headers)
+        if (QString::fromStdString(key).compare(QString::fromStdString(name), Qt::CaseInsensitive) == 0)
+            return QString::fromStdString(value);
+    return {};
+}
+
+bool hasHeader(const server::RecordedRequest& r, const std::string& name) {
+    for (const auto& h : r.headers)
+        if (QString::fromStdString(h.first).compare(QString::fromStdString(name), Qt::CaseInsensitive) == 0) return true;
+    return false;
+}
+
+int indexOf(const std::vector<server::RecordedRequest>& requests, const std::string& path, const std::string& target = {}) {
+    for (size_t i = 0; i < requests.size(); ++i)
+        if (requests[i].path == path && (target.empty() || requests[i].target == target)) return int(i);
+    return -1;
+}
+
+} // namespace
+
+class StartEndToEnd : public QObject {
+    Q_OBJECT
+private slots:
+    void init() {
+        service = std::make_unique<server::Server>(server::ServerOptions{});
+        service->start();
+        settings = std::make_unique<QTemporaryDir>();
+    }
+    void cleanup() {
+        app.reset();
+        service.reset();
+        settings.reset();
+    }
+
+    void firstStartSeedsTheStoreAndAsksTheService() {
+        startApp();
+        // maintenance at once, the probe at two seconds.
+        QTRY_VERIFY_WITH_TIMEOUT(indexOf(service->requests(), "/check") >= 0, 6000);
+        const auto requests = service->requests();
+        const int maintenance = indexOf(requests, "/api/", "/api/?do=maintenance&do=maintenance");
+        const int probe = indexOf(requests, "/check");
+        QVERIFY2(maintenance >= 0, "maintenance was not sent with do twice");
+        QVERIFY(maintenance < probe);
+        QVERIFY(!hasHeader(requests[size_t(maintenance)], "Authorization"));
+        QCOMPARE(headerOf(requests[size_t(probe)], "Authorization"), QStringLiteral("Bearer (null)"));
+
+        // The store file, as a fresh reader sees it.
+        app->platform().defaults().synchronize();
+        QSettings ini(settings->filePath("store.ini"), QSettings::IniFormat);
+        QCOMPARE(ini.value("appVersion").toString(), Ekinora::version());
+        QVERIFY(QDateTime::fromString(ini.value("menuItemCounter").toString(), "yyyy-MM-dd HH:mm:ss").isValid());
+        QCOMPARE(ini.value("libStat").toString(), QStringLiteral("3"));
+        const QJsonArray keys = QJsonDocument::fromJson(ini.value("weatherKeys").toString().toUtf8()).array();
+        QCOMPARE(keys.size(), 5);
+        const QStringList order{"weatherCondition", "temperature", "precipitation", "windspeed", "winddirection"};
+        for (int i = 0; i < 5; ++i) QCOMPARE(keys.at(i).toObject().keys().value(0), order[i]);
+        QCOMPARE(keys.at(1).toObject().value("temperature").toString(), QStringLiteral("Sıcaklık"));
+
+        // No one is logged in: no popup and no alert on screen.
+        QVERIFY(!itemNamed(window(), "alert"));
+        QCOMPARE(indexOf(service->requests(), "/api"), -1);
+        saveScreenshot(window(), QStringLiteral("start-shell"));
+    }
+
+    void maintenanceAlertEndsTheProcessWithZero() {
+        service->setMaintenance(true, "Planlı bakım nedeniyle hizmet veremiyoruz.");
+        startApp();
+        QList<int> endings;
+        app->platform().application().setEnding([&](int code) { endings << code; });
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
+        QQuickItem* alert = itemNamed(window(), "alert");
+        QCOMPARE(alert->property("title").toString(), QStringLiteral("Bilgilendirme"));
+        QCOMPARE(alert->property("message").toString(), QStringLiteral("Planlı bakım nedeniyle hizmet veremiyoruz."));
+        const auto buttons = itemsNamed(alert, "alertButton");
+        QCOMPARE(buttons.size(), 1);
+        QCOMPARE(buttons.first()->property("text").toString(), QStringLiteral("Tamam"));
+        QTest::qWait(300); // let the scene settle before the screenshot
+        saveScreenshot(window(), QStringLiteral("maintenance-alert"));
+        tapItem(window(), buttons.first());
+        QTRY_COMPARE(endings, QList<int>{0});
+    }
+
+    void probeDownEndsTheProcessWithTwo() {
+        service->setProbeDown(true, "Sunucuya şu anda ulaşılamıyor.");
+        startApp();
+        QList<int> endings;
+        app->platform().application().setEnding([&](int code) { endings << code; });
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 6000);
+        QQuickItem* alert = itemNamed(window(), "alert");
+        QCOMPARE(alert->property("message").toString(), QStringLiteral("Sunucuya şu anda ulaşılamıyor."));
+        tapItem(window(), itemsNamed(alert, "alertButton").first());
+        QTRY_COMPARE(endings, QList<int>{2});
+    }
+
+private:
+    void startApp() {
+        StartOptions options;
+        options.serviceBase = QString::fromStdString(service->baseUrl());
+        options.settingsDir = settings->path();
+        app = std::make_unique<Ekinora>(options);
+        app->platform().application().setEchoLog(false);
+        QVERIFY(app->start());
+        QVERIFY(window());
+        QVERIFY(QTest::qWaitForWindowExposed(window()));
+    }
+    QQuickWindow* window() const { return app->platform().window().quickWindow(); }
+
+    std::unique_ptr<server::Server> service;
+    std::unique_ptr<QTemporaryDir> settings;
+    std::unique_ptr<Ekinora> app;
+};
+
+QTEST_MAIN(StartEndToEnd)
+#include "tst_start_e2e.moc"
