@@ -27,7 +27,11 @@ Ekinora::Ekinora(const StartOptions& options, QObject* parent) : QObject(parent)
 
     QQmlEngine* engine = nullptr;
     if (options.withWindow) {
-        QQuickStyle::setStyle(QStringLiteral("Material"));
+        static const bool styled = [] {
+            QQuickStyle::setStyle(QStringLiteral("Material"));
+            return true;
+        }();
+        Q_UNUSED(styled);
         for (const char* font : {":/ekinora/fonts/DejaVuSans.ttf", ":/ekinora/fonts/DejaVuSans-Bold.ttf"})
             QFontDatabase::addApplicationFont(QString::fromLatin1(font));
         QFont font(QStringLiteral("DejaVu Sans"));

@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QLocale>
 #include <cmath>
+#include <limits>
 
 namespace ekinora::platform {
 
@@ -53,20 +54,21 @@ QString describe(const Json& v, int indent, bool nested) {
     const QString pad(indent * 4, u' ');
     switch (v.type()) {
     case QJsonValue::Undefined: return QStringLiteral("(null)");
-    case QJsonValue::Null: return QStringLiteral("<null>");
+    case QJsonValue::Null: return nested ? QStringLiteral("\"<null>\"") : QStringLiteral("<null>");
     case QJsonValue::Bool: return v.toBool() ? QStringLiteral("1") : QStringLiteral("0");
     case QJsonValue::Double: return numberText(v.toDouble());
     case QJsonValue::String: return nested ? quoteIfNeeded(v.toString()) : v.toString();
+    // A collection opens at its own indentation, even after "key = " or an element's indentation.
     case QJsonValue::Array: {
         const QJsonArray a = v.toArray();
-        if (a.isEmpty()) return QStringLiteral("(\n%1)").arg(pad);
+        if (a.isEmpty()) return QStringLiteral("%1(\n%1)").arg(pad);
         QStringList parts;
         for (const auto& e : a) parts << pad + QStringLiteral("    ") + describe(e, indent + 1, true);
-        return QStringLiteral("(\n") + parts.join(QStringLiteral(",\n")) + u'\n' + pad + u')';
+        return pad + QStringLiteral("(\n") + parts.join(QStringLiteral(",\n")) + u'\n' + pad + u')';
     }
     case QJsonValue::Object: {
         const QJsonObject o = v.toObject();
-        QString out = QStringLiteral("{\n");
+        QString out = pad + QStringLiteral("{\n");
         for (auto it = o.begin(); it != o.end(); ++it)
             out += pad + QStringLiteral("    ") + quoteIfNeeded(it.key()) + QStringLiteral(" = ") +
                    describe(it.value(), indent + 1, true) + QStringLiteral(";\n");
@@ -83,13 +85,17 @@ qint64 leadingInteger(const QString& s, bool* any = nullptr) {
     bool negative = false;
     if (i < s.size() && (s[i] == u'+' || s[i] == u'-')) negative = s[i++] == u'-';
     qint64 n = 0;
-    bool digits = false;
+    bool digits = false, overflow = false;
     while (i < s.size() && s[i] >= u'0' && s[i] <= u'9') {
         digits = true;
-        if (n < (std::numeric_limits<qint64>::max() - 9) / 10) n = n * 10 + (s[i].unicode() - u'0');
+        const int d = s[i].unicode() - u'0';
+        if (n > (std::numeric_limits<qint64>::max() - d) / 10) overflow = true;
+        else n = n * 10 + d;
         ++i;
     }
     if (any) *any = digits;
+    // Out of range, the nearest end of the range.
+    if (overflow) return negative ? std::numeric_limits<qint64>::min() : std::numeric_limits<qint64>::max();
     return negative ? -n : n;
 }
 
@@ -127,7 +133,9 @@ int count(const Json& v) {
     unrecognized(v, "count");
 }
 
-int intValueOfString(const QString& s) { return int(leadingInteger(s)); }
+int intValueOfString(const QString& s) {
+    return int(qBound(qint64(std::numeric_limits<int>::min()), leadingInteger(s), qint64(std::numeric_limits<int>::max())));
+}
 qint64 integerValueOfString(const QString& s) { return leadingInteger(s); }
 
 double doubleValueOfString(const QString& s) {
@@ -172,6 +180,8 @@ qint64 integerValue(const Json& v) {
 
 int intValue(const Json& v) {
     if (v.isNull() || v.isArray() || v.isObject()) unrecognized(v, "intValue");
+    // A text reads as the nearest end of the range of int when out of it; a number is cut.
+    if (v.isString()) return intValueOfString(v.toString());
     return int(integerValue(v));
 }
 

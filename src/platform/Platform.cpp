@@ -1,6 +1,9 @@
 #include "Platform.h"
 
 #include <QCoreApplication>
+#include "Seams.h"
+
+#include <QQmlContext>
 #include <QQmlEngine>
 
 namespace ekinora::platform {
@@ -19,6 +22,9 @@ Platform::Platform(Scheduler* scheduler, UserDefaults* defaults, HttpClient* htt
         part->setParent(this);
     m_application->setKeyWindow(m_window);
     m_application->setBeforeEnding([this] { m_defaults->synchronize(); });
+    if (m_engine)
+        m_engine->rootContext()->setContextProperty(QStringLiteral("navigationBarAppearance"),
+                                                    &NavigationBarAppearance::shared());
     g_current = this;
 }
 

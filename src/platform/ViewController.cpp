@@ -16,7 +16,10 @@ namespace ekinora::platform {
 
 ViewController::ViewController(QObject* parent) : QObject(parent) {}
 
-ViewController::~ViewController() = default;
+ViewController::~ViewController() {
+    // The view goes before its context, so that no binding reads a controller that is gone.
+    delete m_item;
+}
 
 QString ViewController::className() const {
     QString name = QString::fromLatin1(metaObject()->className());

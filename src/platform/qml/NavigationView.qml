@@ -13,7 +13,12 @@ Item {
         anchors { left: parent.left; right: parent.right; top: parent.top }
         height: visible ? 56 : 0
         color: "#ffffff"
-        Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom }; height: 1; color: "#e6e6e6" }
+        Rectangle {
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+            height: 1
+            color: "#e6e6e6"
+            visible: !navigationBarAppearance.plainBackground
+        }
 
         ToolButton {
             objectName: "backButton"
@@ -22,6 +27,7 @@ Item {
             width: 48; height: 48
             text: "‹"
             font.pixelSize: 30
+            palette.buttonText: navigationBarAppearance.tintColor
             onClicked: controller.goBack()
             Accessible.name: "Geri"
         }
@@ -31,8 +37,8 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
             text: controller.topTitle
-            color: "#333333"
-            font.pixelSize: 18
+            color: navigationBarAppearance.titleColor
+            font.pixelSize: navigationBarAppearance.titleFontSize
             font.weight: Font.Medium
         }
         BarButton {
