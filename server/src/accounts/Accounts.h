@@ -1,0 +1,25 @@
+#pragma once
+
+#include "core/Database.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ekinora::server::accounts {
+
+// Side-menu item codes an account of this type sees, in display order.
+std::vector<int> defaultMenu(const std::string& type);
+
+// The active account a token belongs to.
+std::optional<std::int64_t> userForToken(Database& db, const std::string& token);
+
+// A fresh random token (64 hexadecimal digits) stored for the account.
+std::string issueToken(Database& db, std::int64_t userId);
+
+// The account as login-type replies carry it: "id", "fullname", "email", "phone", "type", "menu",
+// "token", "location" {"city", "county", "region"}. nullopt for an unknown id.
+std::optional<Json> userRecord(Database& db, std::int64_t userId, const std::string& token);
+
+} // namespace ekinora::server::accounts

@@ -1,0 +1,69 @@
+#include "accounts/DemoAccounts.h"
+
+#include "accounts/Accounts.h"
+
+#include <stdexcept>
+
+namespace ekinora::server::accounts {
+
+const std::vector<DemoAccount>& demoAccounts() {
+    static const std::vector<DemoAccount> list = {
+        {"Çiftçi", "farmer", "Hasan Doğru", "05321000101", "hasan.dogru@ornek.com.tr", "Konya", "Çumra",
+         "Serdar Akın", "05301110011", true, "demo-farmer-token"},
+        {"Kulüp üyesi", "loyalty", "Ayşe Kaplan", "05331000202", std::nullopt, "Manisa", "Alaşehir",
+         "Gülay Sezer", "05301110022", true, "demo-loyalty-token"},
+        {"Bayi", "dealer", "Murat Erdem", "05421000303", "erdem.tarim@ornek.com.tr", "Adana", "Ceyhan",
+         "Okan Yıldız", "05301110033", true, "demo-dealer-token"},
+        {"Ziraat mühendisi", "adminUser", "Elif Tunç", "05051000404", "elif.tunc@ekinora.com.tr", "İzmir",
+         "Bornova", "Okan Yıldız", "05301110033", true, "demo-admin-token"},
+        {"Aktif olmayan bayi", "dealer", "Kemal Aydın", "05361000505", "aydin.zirai@ornek.com.tr",
+         "Şanlıurfa", "Harran", "Gülay Sezer", "05301110022", false, ""},
+    };
+    return list;
+}
+
+const DemoAccount& demoAccount(const std::string& type, bool active) {
+    for (const auto& account : demoAccounts())
+        if (account.type == type && account.active == active) return account;
+    throw std::out_of_range("no demo account of type " + type);
+}
+
+std::string demoAccountsText() {
+    std::string text;
+    for (const auto& a : demoAccounts()) {
+        text += a.role + " (" + a.type + "): " + a.fullname + ", " + a.phone + ", token: ";
+        text += a.token.empty() ? "yok (hesap aktif değil)" : a.token;
+        text += "\n";
+    }
+    return text;
+}
+
+void seedDemoAccounts(Database& db) {
+    auto guard = db.lock();
+    if (db.scalar("SELECT COUNT(*) FROM users") > 0) return;
+
+    db.transaction([&] {
+        for (const auto& a : demoAccounts()) {
+            auto place = db.queryRow("SELECT c.id AS city_id, k.id AS county_id FROM cities c"
+                                     " JOIN counties k ON k.city_id = c.id WHERE c.name = ? AND k.name = ?",
+                                     {a.city, a.county});
+            if (!place) throw std::runtime_error("demo account place not in region data: " + a.county);
+
+            Json menu = Json::array();
+            for (int code : defaultMenu(a.type))
+                menu.push_back(code);
+
+            db.execute("INSERT INTO users (phone, fullname, email, type, active, city_id, county_id,"
+                       " region_fullname, region_phonenumber, menu, etk_answered)"
+                       " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 1)",
+                       {a.phone, a.fullname, a.email ? SqlValue(*a.email) : SqlValue(nullptr), a.type,
+                        std::int64_t(a.active ? 1 : 0), place->at("city_id").get<std::int64_t>(),
+                        place->at("county_id").get<std::int64_t>(), a.regionFullname, a.regionPhonenumber,
+                        menu.dump()});
+            if (!a.token.empty())
+                db.execute("INSERT INTO tokens (token, user_id) VALUES (?, ?)", {a.token, db.lastInsertId()});
+        }
+    });
+}
+
+} // namespace ekinora::server::accounts

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "core/Database.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ekinora::server::accounts {
+
+// The accounts every fresh database starts with: one per role and a dealer the company has not
+// activated yet. Active ones hold a fixed token so that authenticated commands can be tried
+// without going through the SMS login.
+struct DemoAccount {
+    std::string role; // how the console names the role
+    std::string type;
+    std::string fullname;
+    std::string phone;
+    std::optional<std::string> email;
+    std::string city;
+    std::string county;
+    std::string regionFullname;
+    std::string regionPhonenumber;
+    bool active = true;
+    std::string token; // "" when none is issued
+};
+
+const std::vector<DemoAccount>& demoAccounts();
+const DemoAccount& demoAccount(const std::string& type, bool active = true);
+
+// One line per account: role, name, phone, token.
+std::string demoAccountsText();
+
+// Inserts the demo accounts and their tokens when the users table is empty.
+void seedDemoAccounts(Database& db);
+
+} // namespace ekinora::server::accounts

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace ekinora::server {
+
+using Json = nlohmann::ordered_json;
+
+// One command as a handler sees it.
+struct ApiCall {
+    std::string method;  // as the client sent it, also for a GET that carried a body
+    std::string command; // "do"
+    Json params = Json::object();
+    std::string token;       // the bearer token sent, "" for none
+    std::int64_t userId = 0; // the account of the token, for commands that need one
+    std::string baseUrl;     // "http://host:port" the client reached, for absolute media addresses
+
+    // Present and not JSON null.
+    bool has(const std::string& name) const;
+    // The parameter as text: strings as they are, numbers and booleans written out, absent or
+    // null as nullopt.
+    std::optional<std::string> text(const std::string& name) const;
+};
+
+using QueryItems = std::vector<std::pair<std::string, std::string>>;
+
+std::string percentDecode(std::string_view text, bool plusIsSpace);
+// Name/value pairs of a raw query string, decoded, in the order sent (a repeated name stays repeated).
+QueryItems parseQuery(std::string_view rawQuery);
+
+struct Parameters {
+    std::string command;
+    Json params = Json::object();
+};
+
+// The query gives the first value of each name; the members of a JSON object body are added for
+// names the query lacks. "do" is the query's first one, else the body's.
+Parameters mergeParameters(const QueryItems& query, std::string_view body);
+
+} // namespace ekinora::server

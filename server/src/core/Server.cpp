@@ -1,0 +1,438 @@
+#include "core/Server.h"
+
+#include "accounts/Accounts.h"
+#include "accounts/DemoAccounts.h"
+#include "core/ApiCall.h"
+#include "core/Auth.h"
+#include "core/Database.h"
+#include "core/Dispatch.h"
+#include "core/Envelope.h"
+#include "core/Migrations.h"
+#include "core/StaticFiles.h"
+#include "regions/Regions.h"
+#include "system/Popups.h"
+#include "system/Settings.h"
+#include "system/SystemCommands.h"
+
+#include <httplib.h>
+#include <sys/socket.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <mutex>
+#include <stdexcept>
+#include <thread>
+
+#ifndef EKINORA_SERVER_DATA_DIR
+#define EKINORA_SERVER_DATA_DIR "data"
+#endif
+#ifndef EKINORA_SERVER_STATIC_DIR
+#define EKINORA_SERVER_STATIC_DIR "static"
+#endif
+
+namespace ekinora::server {
+
+namespace {
+
+// httplib adds these to the request's headers itself; they never came from the client.
+bool isTransportHeader(const std::string& name) {
+    return name == "REMOTE_ADDR" || name == "REMOTE_PORT" || name == "LOCAL_ADDR" || name == "LOCAL_PORT";
+}
+
+bool isLoopback(const std::string& address) {
+    return address.rfind("127.", 0) == 0 || address == "::1" || address.rfind("::ffff:127.", 0) == 0;
+}
+
+// Per request, on the thread that serves it: pre-routing, the handler and the logger run there in turn.
+struct RequestContext {
+    std::string method; // as sent, before the GET-with-body rewrite
+    int envelopeStatus = 0;
+    std::chrono::steady_clock::time_point started;
+};
+thread_local RequestContext t_context;
+
+void sendJson(httplib::Response& res, const Json& body, int httpStatus = 200) {
+    res.status = httpStatus;
+    res.set_content(envelope::serialize(body), envelope::ContentType);
+}
+
+std::optional<Json> jsonObjectBody(const httplib::Request& req) {
+    if (req.body.empty()) return Json::object();
+    Json body = Json::parse(req.body, nullptr, false);
+    if (!body.is_object()) return std::nullopt;
+    return body;
+}
+
+std::string textMember(const Json& object, const char* name) {
+    auto it = object.find(name);
+    return it != object.end() && it->is_string() ? it->get<std::string>() : std::string();
+}
+
+bool boolMember(const Json& object, const char* name) {
+    auto it = object.find(name);
+    if (it == object.end()) return false;
+    if (it->is_boolean()) return it->get<bool>();
+    if (it->is_number()) return it->get<double>() != 0;
+    if (it->is_string()) return *it == "1" || *it == "true" || *it == "on";
+    return false;
+}
+
+} // namespace
+
+struct Server::Impl {
+    ServerOptions options;
+    std::string dataDir;
+    std::string staticDir;
+
+    std::mutex readyMutex;
+    std::unique_ptr<Database> db;
+    std::unique_ptr<Dispatch> dispatch;
+    std::unique_ptr<StaticFiles> files;
+
+    RequestLog log;
+    std::unique_ptr<httplib::Server> http;
+    std::thread thread;
+    std::atomic<int> port{0};
+    std::mutex outputMutex;
+
+    explicit Impl(ServerOptions o) : options(std::move(o)) {
+        dataDir = options.dataDir.empty() ? EKINORA_SERVER_DATA_DIR : options.dataDir;
+        staticDir = options.staticDir.empty() ? EKINORA_SERVER_STATIC_DIR : options.staticDir;
+    }
+
+    // The database is opened on first need, so the switches can be set before start().
+    Database& database() {
+        std::lock_guard guard(readyMutex);
+        if (!db) {
+            auto opened = std::make_unique<Database>(options.dbPath);
+            opened->migrate(migrations());
+            regions::seed(*opened, dataDir);
+            accounts::seedDemoAccounts(*opened);
+            sys::Settings(*opened).seed();
+            sys::seedPopups(*opened);
+
+            auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
+                return accounts::userForToken(*raw, token);
+            });
+            sys::registerCommands(*table, *opened);
+
+            files = std::make_unique<StaticFiles>(staticDir);
+            dispatch = std::move(table);
+            db = std::move(opened);
+        }
+        return *db;
+    }
+
+    std::string ownBaseUrl() const {
+        const bool wildcard = options.host == "0.0.0.0" || options.host == "::" || options.host.empty();
+        std::string host = wildcard ? "127.0.0.1" : options.host;
+        if (host.find(':') != std::string::npos) host = "[" + host + "]";
+        return "http://" + host + ":" + std::to_string(port.load());
+    }
+
+    // Media addresses follow the host the client used, so a phone on the network gets addresses it
+    // can reach; without a usable Host header they fall back to the service's own address.
+    std::string requestBaseUrl(const httplib::Request& req) const {
+        const std::string host = req.get_header_value("Host");
+        const bool usable =
+            !host.empty() &&
+            host.find_first_not_of("abcdefghijklmnopqrstuvwxyz"
+                                   "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-:[]") == std::string::npos;
+        return usable ? "http://" + host : ownBaseUrl();
+    }
+
+    void record(const httplib::Request& req) {
+        RecordedRequest r;
+        r.method = t_context.method;
+        r.path = req.path;
+        r.target = req.target;
+        for (const auto& [name, value] : req.headers)
+            if (!isTransportHeader(name)) r.headers.emplace_back(name, value);
+        r.body = req.body;
+        log.add(std::move(r));
+    }
+
+    void route(const httplib::Request& req, httplib::Response& res) {
+        const std::string& path = req.path;
+        const bool demo = path.rfind("/_demo/", 0) == 0;
+        if (!demo) record(req);
+        const std::string& method = t_context.method;
+
+        if (path == "/api" || path == "/api/") {
+            if (method == "GET" || method == "POST") return api(req, res);
+        } else if (path == "/check") {
+            if (method == "GET" || method == "HEAD") return sendJson(res, sys::probeReply(database()));
+        } else if (path == sys::StorePath) {
+            if (method == "GET" || method == "HEAD")
+                return res.set_content(sys::storePage(database()), "text/html; charset=utf-8");
+        } else if (path.rfind("/static/", 0) == 0) {
+            if ((method == "GET" || method == "HEAD") && serveStatic(path.substr(8), res)) return;
+        } else if (demo) {
+            return demoControl(req, res);
+        }
+        notFound(res);
+    }
+
+    void notFound(httplib::Response& res) {
+        t_context.envelopeStatus = envelope::NotFound;
+        sendJson(res, envelope::failure(envelope::NotFound, envelope::NotFoundText), 404);
+    }
+
+    void api(const httplib::Request& req, httplib::Response& res) {
+        const auto question = req.target.find('?');
+        const std::string_view rawQuery = question == std::string::npos
+                                              ? std::string_view()
+                                              : std::string_view(req.target).substr(question + 1);
+        Parameters parameters = mergeParameters(parseQuery(rawQuery), req.body);
+
+        ApiCall call;
+        call.method = t_context.method;
+        call.command = std::move(parameters.command);
+        call.params = std::move(parameters.params);
+        std::optional<std::string> authorization;
+        if (req.has_header("Authorization")) authorization = req.get_header_value("Authorization");
+        call.token = auth::bearerToken(authorization, call.params);
+        call.baseUrl = requestBaseUrl(req);
+
+        const Json reply = dispatch->handle(std::move(call));
+        t_context.envelopeStatus = reply.value("status", 0);
+        sendJson(res, reply);
+    }
+
+    bool serveStatic(const std::string& relative, httplib::Response& res) {
+        auto file = files->find(relative);
+        if (!file) return false;
+        if (file->size == 0) {
+            res.set_content(std::string(), file->mimeType);
+            return true;
+        }
+        auto stream = std::make_shared<std::ifstream>(file->path, std::ios::binary);
+        if (!*stream) return false;
+        res.set_content_provider(size_t(file->size), file->mimeType,
+                                 [stream](size_t offset, size_t length, httplib::DataSink& sink) {
+                                     char buffer[64 * 1024];
+                                     stream->clear();
+                                     stream->seekg(std::streamoff(offset));
+                                     const auto chunk = std::streamsize(std::min(length, sizeof buffer));
+                                     stream->read(buffer, chunk);
+                                     const auto got = stream->gcount();
+                                     if (got <= 0) return false;
+                                     return sink.write(buffer, size_t(got));
+                                 });
+        return true;
+    }
+
+    void demoControl(const httplib::Request& req, httplib::Response& res) {
+        if (!isLoopback(req.remote_addr)) {
+            t_context.envelopeStatus = envelope::Forbidden;
+            return sendJson(
+                res, envelope::failure(envelope::Forbidden, "Bu işlem yalnızca bu makineden yapılabilir."),
+                403);
+        }
+        Database& db = database();
+        const std::string& method = t_context.method;
+        const std::string name = req.path.substr(7);
+
+        if (name == "requests" && method == "GET") return sendJson(res, requestsJson());
+        if (name == "requests/clear" && method == "POST") {
+            log.clear();
+            return sendJson(res, envelope::success(nullptr));
+        }
+        if (method != "POST") return notFound(res);
+
+        auto body = jsonObjectBody(req);
+        if (!body) return sendJson(res, envelope::failure(envelope::Rejected, "Geçersiz JSON gövdesi"), 400);
+
+        sys::Settings settings(db);
+        if (name == "maintenance") {
+            settings.setMaintenance(boolMember(*body, "on"), textMember(*body, "text"));
+            const auto state = settings.maintenance();
+            return sendJson(res, envelope::success(Json{{"maintenance", state.on}, {"text", state.text}}));
+        }
+        if (name == "check") {
+            settings.setProbeDown(boolMember(*body, "down"), textMember(*body, "message"));
+            return sendJson(res, envelope::success(sys::probeReply(db)));
+        }
+        if (name == "popup") {
+            sys::setPopupActive(db, sys::CampaignPopupCode, boolMember(*body, "on"));
+            return sendJson(res,
+                            envelope::success(Json{{"popup", sys::currentPopup(db, requestBaseUrl(req))}}));
+        }
+        if (name == "version") {
+            const std::string version = textMember(*body, "version");
+            if (version.empty())
+                return sendJson(res, envelope::rejection("Sürüm giriniz", {{"version", "Sürüm giriniz"}}),
+                                400);
+            settings.setPublishedVersion(version);
+            return sendJson(res, envelope::success(Json{{"version", settings.publishedVersion()}}));
+        }
+        notFound(res);
+    }
+
+    Json requestsJson() const {
+        Json list = Json::array();
+        for (const auto& r : log.all()) {
+            Json headers = Json::array();
+            for (const auto& [name, value] : r.headers)
+                headers.push_back(Json::array({name, value}));
+            list.push_back(Json{{"method", r.method},
+                                {"path", r.path},
+                                {"target", r.target},
+                                {"headers", std::move(headers)},
+                                {"body", r.body}});
+        }
+        return list;
+    }
+
+    void logLine(const httplib::Request& req, const httplib::Response& res) {
+        const auto elapsed = std::chrono::duration_cast<std::chrono::microseconds>(
+                                 std::chrono::steady_clock::now() - t_context.started)
+                                 .count();
+        std::string line = req.remote_addr + " " +
+                           (t_context.method.empty() ? req.method : t_context.method) + " " + req.target +
+                           " -> " + std::to_string(res.status);
+        if (t_context.envelopeStatus) line += " [" + std::to_string(t_context.envelopeStatus) + "]";
+        char took[32];
+        std::snprintf(took, sizeof took, " %.2f ms", double(elapsed) / 1000.0);
+        line += took;
+        std::lock_guard guard(outputMutex);
+        std::cout << line << std::endl;
+    }
+
+    void install(httplib::Server& server) {
+        // A GET may carry a JSON body (the app sends some commands that way). httplib reads a body
+        // only for methods that expect one, so such a request is routed as POST and keeps its own
+        // method in the request context.
+        server.set_pre_routing_handler([](const httplib::Request& req, httplib::Response&) {
+            t_context = RequestContext{req.method, 0, std::chrono::steady_clock::now()};
+            const bool hasBody =
+                (req.has_header("Content-Length") && req.get_header_value("Content-Length") != "0") ||
+                req.get_header_value("Transfer-Encoding").find("chunked") != std::string::npos;
+            if (req.method == "GET" && hasBody) const_cast<httplib::Request&>(req).method = "POST";
+            return httplib::Server::HandlerResponse::Unhandled;
+        });
+
+        auto handler = [this](const httplib::Request& req, httplib::Response& res) { route(req, res); };
+        server.Get(".*", handler);
+        server.Post(".*", handler);
+        server.Put(".*", handler);
+        server.Patch(".*", handler);
+        server.Delete(".*", handler);
+        server.Options(".*", handler);
+
+        // Errors httplib answers by itself (a malformed request, a body too large) get an envelope too.
+        server.set_error_handler(
+            httplib::Server::HandlerWithResponse([](const httplib::Request&, httplib::Response& res) {
+                if (!res.body.empty()) return httplib::Server::HandlerResponse::Unhandled;
+                sendJson(res, envelope::failure(res.status, "İstek işlenemedi"), res.status);
+                return httplib::Server::HandlerResponse::Handled;
+            }));
+        server.set_exception_handler(
+            [](const httplib::Request&, httplib::Response& res, std::exception_ptr error) {
+                try {
+                    if (error) std::rethrow_exception(error);
+                } catch (const std::exception& e) {
+                    std::cerr << "istek başarısız: " << e.what() << std::endl;
+                } catch (...) {
+                }
+                sendJson(res, envelope::failure(envelope::ServerError, envelope::ServerErrorText), 500);
+            });
+
+        if (!options.quiet)
+            server.set_logger(
+                [this](const httplib::Request& req, const httplib::Response& res) { logLine(req, res); });
+        server.set_payload_max_length(64 * 1024 * 1024);
+        // httplib's default adds SO_REUSEPORT, which lets a second service bind the same port and
+        // silently share its connections. A restart may reuse the address, nothing more.
+        server.set_socket_options([](socket_t sock) {
+            int yes = 1;
+            setsockopt(sock, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+        });
+    }
+};
+
+Server::Server(ServerOptions options) : d(std::make_unique<Impl>(std::move(options))) {}
+
+Server::~Server() {
+    stop();
+}
+
+int Server::start() {
+    if (d->http) throw std::runtime_error("server already started");
+    d->database();
+
+    auto http = std::make_unique<httplib::Server>();
+    d->install(*http);
+    int bound = -1;
+    if (d->options.port == 0)
+        bound = http->bind_to_any_port(d->options.host);
+    else if (http->bind_to_port(d->options.host, d->options.port))
+        bound = d->options.port;
+    if (bound <= 0)
+        throw std::runtime_error("cannot listen on " + d->options.host + ":" +
+                                 std::to_string(d->options.port));
+
+    d->port = bound;
+    d->http = std::move(http);
+    auto finished = std::make_shared<std::atomic<bool>>(false);
+    d->thread = std::thread([server = d->http.get(), finished] {
+        server->listen_after_bind();
+        *finished = true;
+    });
+    // stop() only takes effect once the accept loop runs.
+    while (!d->http->is_running() && !*finished)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    if (*finished && !d->http->is_running()) {
+        stop();
+        throw std::runtime_error("cannot serve on " + d->options.host + ":" + std::to_string(bound));
+    }
+    return bound;
+}
+
+void Server::stop() {
+    if (!d->http) return;
+    d->http->stop();
+    if (d->thread.joinable()) d->thread.join();
+    d->http.reset();
+}
+
+int Server::port() const {
+    return d->port;
+}
+
+std::string Server::baseUrl() const {
+    return d->ownBaseUrl();
+}
+
+void Server::setMaintenance(bool on, std::string text) {
+    sys::Settings(d->database()).setMaintenance(on, text);
+}
+
+void Server::setProbeDown(bool down, std::string message) {
+    sys::Settings(d->database()).setProbeDown(down, message);
+}
+
+void Server::setPopupActive(bool on) {
+    sys::setPopupActive(d->database(), sys::CampaignPopupCode, on);
+}
+
+void Server::setPublishedVersion(std::string version) {
+    sys::Settings(d->database()).setPublishedVersion(version);
+}
+
+std::vector<RecordedRequest> Server::requests() const {
+    return d->log.all();
+}
+
+void Server::clearRequests() {
+    d->log.clear();
+}
+
+std::string Server::demoAccountsText() const {
+    return accounts::demoAccountsText();
+}
+
+} // namespace ekinora::server

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "core/RequestLog.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ekinora::server {
+
+struct ServerOptions {
+    std::string host = "127.0.0.1";
+    int port = 0; // 0: any free port
+    std::string dbPath = ":memory:";
+    std::string dataDir;   // empty: the data folder of the source tree
+    std::string staticDir; // empty: the static folder of the source tree
+    bool quiet = true;     // false: one line per request on stdout
+};
+
+// The reference service on one port: the /api commands, "/check", the store page, bundled media
+// and the demo controls. Usable in-process by tests.
+class Server {
+public:
+    explicit Server(ServerOptions options);
+    ~Server(); // stops
+
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    // Opens, migrates and seeds the database, binds, and serves on a background thread.
+    // Returns the port; throws std::runtime_error on failure.
+    int start();
+    void stop();
+    int port() const;
+    std::string baseUrl() const; // "http://127.0.0.1:PORT"
+
+    // The answer of the `maintenance` command; empty text: the default text.
+    void setMaintenance(bool on, std::string text = {});
+    // "/check"; empty message: the default message.
+    void setProbeDown(bool down, std::string message = {});
+    // The seeded campaign popup.
+    void setPopupActive(bool on);
+    // What the app's update check reads.
+    void setPublishedVersion(std::string version);
+
+    // Every request received, in order (the /_demo controls excepted).
+    std::vector<RecordedRequest> requests() const;
+    void clearRequests();
+
+    // The lines printed at start: one per demo account with role, name, phone and token.
+    std::string demoAccountsText() const;
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> d;
+};
+
+} // namespace ekinora::server
