@@ -28,11 +28,14 @@ void NavigationController::drop(ViewController* c) {
 void NavigationController::setViewControllers(const QList<ViewController*>& controllers, bool animated) {
     ViewController* oldTop = topViewController();
     const QList<ViewController*> old = m_stack;
-    for (ViewController* c : controllers) adopt(c);
+    // A screen in both stacks stays adopted: dropping it would cut it from this stack.
+    for (ViewController* c : controllers)
+        if (!old.contains(c)) adopt(c);
     m_stack = controllers;
     ViewController* newTop = topViewController();
     if (isVisible() && oldTop && oldTop != newTop) oldTop->disappear(animated);
-    for (ViewController* c : old) drop(c);
+    for (ViewController* c : old)
+        if (!controllers.contains(c)) drop(c);
     if (newTop) {
         if (isViewLoaded()) embed(newTop, "contentSlot");
         if (isVisible() && newTop != oldTop) newTop->appear(animated);

@@ -31,7 +31,8 @@ void NotificationCenter::postNotificationName(const QString& name, QObject* obje
     const QList<Entry> snapshot = m_entries;
     for (const Entry& e : snapshot) {
         if (e.name != name || !e.observer) continue;
-        if (e.filtered && e.object != object) continue;
+        // A sender that is gone matches nothing any more.
+        if (e.filtered && (!e.object || e.object != object)) continue;
         QObject* target = e.observer;
         const QMetaObject* meta = target->metaObject();
         const QByteArray selector = e.selector.toLatin1();

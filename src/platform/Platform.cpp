@@ -32,7 +32,8 @@ Platform::~Platform() {
     // Screens go before the services they use; the engine after the items it made.
     delete m_window;
     m_window = nullptr;
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // A container's screens are released as it goes, so their deletion comes one pass later.
+    for (int pass = 0; pass < 8; ++pass) QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     delete m_engine;
     if (g_current == this) g_current = nullptr;
 }
