@@ -114,10 +114,21 @@ private slots:
         QTRY_COMPARE(endings, QList<int>{2});
     }
 
+    void firstStartWithoutNetworkStillSeedsAndShowsNoAlert() {
+        startApp(QStringLiteral("http://127.0.0.1:9"));
+        QTest::qWait(2500); // past both checks
+        QVERIFY(!itemNamed(window(), "alert"));
+        app->platform().defaults().synchronize();
+        QSettings ini(settings->filePath("store.ini"), QSettings::IniFormat);
+        QCOMPARE(ini.value("libStat").toString(), QStringLiteral("3"));
+        QVERIFY(ini.contains("weatherKeys"));
+        QVERIFY(!ini.contains("notifToken")); // the desktop has no push service
+    }
+
 private:
-    void startApp() {
+    void startApp(const QString& base = {}) {
         StartOptions options;
-        options.serviceBase = QString::fromStdString(service->baseUrl());
+        options.serviceBase = base.isEmpty() ? QString::fromStdString(service->baseUrl()) : base;
         options.settingsDir = settings->path();
         app = std::make_unique<Ekinora>(options);
         app->platform().application().setEchoLog(false);
