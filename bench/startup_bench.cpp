@@ -3,6 +3,7 @@
 // is measured. Usage: startup_bench [runs]
 #include "Ekinora.h"
 #include "platform/Platform.h"
+#include "platform/ProcessSetup.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -23,6 +24,7 @@ int main(int argc, char** argv) {
     QElapsedTimer sinceStart;
     sinceStart.start();
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    ekinora::platform::prepareProcess();
     QGuiApplication app(argc, argv);
     QTemporaryDir dir;
     ekinora::StartOptions options;

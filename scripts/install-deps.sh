@@ -8,6 +8,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-svg-dev libqt6svg6 libgl-dev
   qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-templates
   qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtqml-workerscript
+  qt6-webengine-dev qml6-module-qtwebengine qml6-module-qtwebchannel
   libcpp-httplib-dev nlohmann-json3-dev libsqlite3-dev libssl-dev zlib1g-dev libbrotli-dev
   xvfb xauth
 )

@@ -1,9 +1,11 @@
 #include "Ekinora.h"
+#include "platform/ProcessSetup.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
 
 int main(int argc, char** argv) {
+    ekinora::platform::prepareProcess();
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Ekinora"));
     QGuiApplication::setApplicationVersion(ekinora::Ekinora::version());

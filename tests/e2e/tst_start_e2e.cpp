@@ -143,5 +143,5 @@ private:
     std::unique_ptr<Ekinora> app;
 };
 
-QTEST_MAIN(StartEndToEnd)
+EKINORA_GUI_TEST_MAIN(StartEndToEnd)
 #include "tst_start_e2e.moc"

@@ -2,7 +2,10 @@
 
 // Reading and tapping the QML scene through the object contract, for end-to-end tests.
 
+#include "platform/ProcessSetup.h"
+
 #include <QDir>
+#include <QGuiApplication>
 #include <QImage>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -37,3 +40,13 @@ inline void saveScreenshot(QQuickWindow* window, const QString& name) {
 }
 
 } // namespace ekinora::testing
+
+// The main of a test that shows QML (and possibly web views): the process is prepared before the
+// QGuiApplication exists.
+#define EKINORA_GUI_TEST_MAIN(TestClass)                                                                \
+    int main(int argc, char** argv) {                                                                  \
+        ekinora::platform::prepareProcess();                                                           \
+        QGuiApplication app(argc, argv);                                                               \
+        TestClass test;                                                                                \
+        return QTest::qExec(&test, argc, argv);                                                        \
+    }

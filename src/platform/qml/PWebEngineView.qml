@@ -1,0 +1,34 @@
+import QtQuick
+import QtWebEngine
+
+WebEngineView {
+    id: web
+    property QtObject model: null
+    backgroundColor: "transparent"
+
+    function reload() {
+        if (!model) return
+        if (model.html.length > 0 || model.url.toString().length === 0) loadHtml(model.html, model.baseUrl)
+        else url = model.url
+    }
+    onModelChanged: reload()
+    Connections {
+        target: web.model
+        function onLoadRequested() { web.reload() }
+        function onScriptRequested(id, script) {
+            web.runJavaScript(script, function(result) { web.model.scriptFinished(id, result) })
+        }
+    }
+    onNavigationRequested: function(request) {
+        // Qt's kinds in the platform's numbering: a link is 0, a form 1, back or forward 2, reload 3.
+        var kinds = {0: 0, 2: 1, 3: 2, 4: 3}
+        var kind = kinds[request.navigationType] !== undefined ? kinds[request.navigationType] : -1
+        // An HTML string loads as a data address; the screen sees it as the blank page it stands for.
+        var address = request.url.toString().indexOf("data:") === 0 ? "about:blank" : request.url
+        if (!web.model.shouldNavigate(address, kind)) request.action = WebEngineNavigationRequest.IgnoreRequest
+    }
+    onLoadingChanged: function(info) {
+        if (info.status === WebEngineView.LoadSucceededStatus) web.model.navigationFinished()
+        else if (info.status === WebEngineView.LoadFailedStatus) web.model.navigationFailed()
+    }
+}

@@ -1,0 +1,19 @@
+import QtQuick
+
+// A web view bound to its model. The web engine is loaded only once the view is first shown.
+Item {
+    id: root
+    property QtObject model: null
+    objectName: model ? model.objectName : ""
+    visible: model ? !model.hidden : true
+    opacity: model ? model.alpha : 1
+    clip: true
+
+    Loader {
+        id: engine
+        anchors.fill: parent
+        active: root.visible && root.model !== null
+        source: "PWebEngineView.qml"
+        onLoaded: item.model = root.model
+    }
+}

@@ -1,0 +1,89 @@
+// The web view through the real web engine: an HTML string loads and reports its end, scripts return
+// their results, and the screen decides on each navigation with the platform's navigation types.
+
+#include "FakePlatform.h"
+#include "QuickProbe.h"
+#include "platform/ProcessSetup.h"
+#include "platform/WebView.h"
+
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+using namespace ekinora;
+using namespace ekinora::platform;
+
+class WebViewTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() {
+        fake = new testing::FakePlatform;
+        engine = new QQmlEngine;
+        window = new QQuickWindow;
+        window->resize(390, 844);
+        model = new WebView(QStringLiteral("webViewContent"));
+        QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/ekinora/platform/qml/PWebView.qml")));
+        view = qobject_cast<QQuickItem*>(component.createWithInitialProperties({{"model", QVariant::fromValue<QObject*>(model)}}));
+        QVERIFY2(view, qPrintable(component.errorString()));
+        view->setParentItem(window->contentItem());
+        view->setSize({390, 600});
+        window->show();
+    }
+    void cleanup() {
+        delete view;
+        delete window;
+        delete engine;
+        delete model;
+        delete fake;
+    }
+
+    void htmlLoadsScriptsAnswerAndLinksAreDecided() {
+        int finished = 0;
+        model->setDidFinishNavigation([&](WebView*) { ++finished; });
+        QList<QPair<QString, int>> asked;
+        model->setDecidePolicy([&](WebView*, const QUrl& url, int type) {
+            asked.append({url.toString(), type});
+            return !url.toString().contains(QStringLiteral("kosullar"));
+        });
+        model->loadHTMLString(QStringLiteral("<html><head></head><body><p style=\"height:700px\">Şartlar</p>"
+                                             "<a id=\"l\" href=\"http://127.0.0.1:9/kosullar\">koşullar</a></body></html>"));
+        QVERIFY(model->isLoading());
+        QTRY_COMPARE_WITH_TIMEOUT(finished, 1, 15000);
+        QVERIFY(!model->isLoading());
+        // Qt loads an HTML string without asking; only later navigations come to the screen.
+        for (const auto& a : asked) QVERIFY(a.second != int(WebView::LinkActivated));
+
+        QVariant height;
+        model->evaluateJavaScript(QStringLiteral("document.body.offsetHeight;"), [&](const QVariant& v) { height = v; });
+        QTRY_VERIFY_WITH_TIMEOUT(height.isValid(), 10000);
+        QVERIFY(height.toInt() >= 700);
+
+        // A tapped link comes to the screen as a link the user activated, and is refused.
+        asked.clear();
+        model->evaluateJavaScript(QStringLiteral("document.getElementById('l').click(); true;"));
+        QTRY_VERIFY_WITH_TIMEOUT(!asked.isEmpty(), 10000);
+        QCOMPARE(asked.first().first, QStringLiteral("http://127.0.0.1:9/kosullar"));
+        QCOMPARE(asked.first().second, int(WebView::LinkActivated));
+        QTest::qWait(200);
+        QCOMPARE(finished, 1);
+    }
+
+    void scriptsWaitForAViewThatIsNotShown() {
+        model->setHidden(true);
+        model->evaluateJavaScript(QStringLiteral("1 + 1;"));
+        QCOMPARE(model->pendingScripts(), QStringList{"1 + 1;"});
+    }
+
+private:
+    testing::FakePlatform* fake = nullptr;
+    QQmlEngine* engine = nullptr;
+    QQuickWindow* window = nullptr;
+    WebView* model = nullptr;
+    QQuickItem* view = nullptr;
+};
+
+EKINORA_GUI_TEST_MAIN(WebViewTest)
+#include "tst_webview.moc"
