@@ -1,6 +1,7 @@
 #include "ShellScreens.h"
 
 #include "NavigationController.h"
+#include "PopupViewController.h"
 #include "RootViewController.h"
 #include "platform/Storyboard.h"
 
@@ -14,6 +15,8 @@ void registerScreens() {
         return root;
     });
     Storyboard::registerIdentifier(QStringLiteral("contentViewController"), [] { return new NavigationController; });
+    // Made in code by the popup poll.
+    Storyboard::registerIdentifier(QStringLiteral("PopupViewController"), [] { return new PopupViewController; });
 }
 
 } // namespace ekinora::shell

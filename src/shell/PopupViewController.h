@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/Controls.h"
+#include "platform/Overlays.h"
+#include "platform/ViewController.h"
+#include "platform/WebView.h"
+
+#include <QJsonValue>
+#include <QPointer>
+
+namespace ekinora::shell {
+
+// The campaign card that the popup poll brings up over the whole screen: a banner, a title, an HTML
+// body and, for a product campaign, a box with the product's picture and name.
+class PopupViewController : public platform::ViewController {
+    Q_OBJECT
+    Q_PROPERTY(QJsonValue dictPopup MEMBER dictPopup)
+public:
+    explicit PopupViewController(QObject* parent = nullptr);
+    QUrl viewSource() const override;
+
+    QJsonValue dictPopup{QJsonValue::Undefined};
+    QPointer<platform::ProgressHUD> hud;
+
+    platform::Label* lblTitle;
+    platform::WebView* webViewContent;
+    platform::ImageView* imgProduce;
+    platform::ImageView* imgProduct;
+    platform::Label* lblProductName;
+    platform::Label* lblProductType; // kept, never written
+    platform::View* viewProduct;
+    platform::LayoutConstraint* constraintImageBannerHeight;
+    platform::LayoutConstraint* constraintViewProductHeight;
+    platform::LayoutConstraint* constraintWebViewHeight; // kept, never written
+
+    void viewDidLoad() override;
+    void webViewDidFinishNavigation(platform::WebView* webView);
+
+public slots:
+    void closePopup();
+};
+
+} // namespace ekinora::shell
