@@ -21,7 +21,7 @@ const char* Usage = "Kullanım: ekinora-server [seçenekler]\n"
                     "  --probe-down [MESAJ]       \"/check\" hizmet dışı desin\n"
                     "  --popup on|off             kampanya açılır penceresi\n"
                     "  --version-published X      uygulamanın güncelleme denetiminin okuduğu sürüm\n"
-                    "  --quiet                    istekleri yazma\n";
+                    "  --quiet                    istekleri ve SMS kodlarını yazma\n";
 
 [[noreturn]] void fail(const std::string& message) {
     std::cerr << "ekinora-server: " << message << "\n\n" << Usage;

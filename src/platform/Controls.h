@@ -53,8 +53,8 @@ private:
     bool m_hidden = false;
     double m_alpha = 1.0;
     bool m_interaction = true;
-    QColor m_background;
-    QColor m_borderColor;
+    QColor m_background = Qt::transparent;
+    QColor m_borderColor = Qt::transparent;
     double m_borderWidth = 0;
     double m_cornerRadius = 0;
 };

@@ -3,6 +3,7 @@
 
 #include "Ekinora.h"
 #include "QuickProbe.h"
+#include "accounts/DemoAccounts.h"
 #include "core/Server.h"
 #include "platform/Platform.h"
 
@@ -123,6 +124,35 @@ private slots:
         QCOMPARE(ini.value("libStat").toString(), QStringLiteral("3"));
         QVERIFY(ini.contains("weatherKeys"));
         QVERIFY(!ini.contains("notifToken")); // the desktop has no push service
+    }
+
+    void signedInFarmerSeesTheCampaignAtTheNextPollAndClosesIt() {
+        // A farmer signed in on an earlier run: his record and token are in the store.
+        const auto& farmer = server::accounts::demoAccount("farmer");
+        {
+            QSettings ini(settings->filePath("store.ini"), QSettings::IniFormat);
+            ini.setValue("token", QString::fromStdString(farmer.token));
+            ini.setValue("userInfo", QStringLiteral("{\"type\":\"farmer\",\"token\":\"%1\"}").arg(QString::fromStdString(farmer.token)));
+        }
+        service->setPopupActive(true);
+        startApp();
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "PopupViewController"), 15000);
+        QQuickItem* title = itemNamed(window(), "lblTitle");
+        QVERIFY(title);
+        QVERIFY(!title->property("text").toString().isEmpty());
+        // The indicator goes half a second after the body has loaded; then the card can be closed.
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 15000);
+        QTest::qWait(300);
+        saveScreenshot(window(), QStringLiteral("campaign-popup"));
+        tapItem(window(), itemNamed(window(), "closePopup"));
+        QTRY_VERIFY(!itemNamed(window(), "PopupViewController"));
+        int polls = 0;
+        for (const auto& r : service->requests())
+            if (r.target.find("do=popup") != std::string::npos) {
+                ++polls;
+                QCOMPARE(headerOf(r, "Authorization"), QStringLiteral("Bearer ") + QString::fromStdString(farmer.token));
+            }
+        QVERIFY(polls >= 1);
     }
 
 private:

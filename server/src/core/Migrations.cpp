@@ -61,6 +61,69 @@ CREATE TABLE popups (
     created_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%S', 'now'))
 );
 )sql"},
+        {4, "sms_login", R"sql(
+CREATE TABLE sms_challenges (
+    hash TEXT PRIMARY KEY,
+    phone TEXT NOT NULL,
+    code TEXT NOT NULL,
+    purpose TEXT NOT NULL CHECK (purpose IN ('login', 'register')),
+    created_at INTEGER NOT NULL,
+    expires_at INTEGER NOT NULL,
+    attempts INTEGER NOT NULL DEFAULT 0,
+    verified_at INTEGER,
+    consumed INTEGER NOT NULL DEFAULT 0
+);
+CREATE INDEX sms_challenges_expiry ON sms_challenges(expires_at);
+ALTER TABLE users ADD COLUMN device_id TEXT;
+ALTER TABLE users ADD COLUMN device_type TEXT;
+)sql"},
+        {5, "conversations", R"sql(
+CREATE TABLE subjects (
+    id INTEGER PRIMARY KEY,
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    title TEXT NOT NULL,
+    status INTEGER NOT NULL DEFAULT 0,
+    created_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%S', 'now'))
+);
+CREATE INDEX subjects_user ON subjects(user_id);
+CREATE TABLE messages (
+    id INTEGER PRIMARY KEY,
+    subject_id INTEGER NOT NULL REFERENCES subjects(id) ON DELETE CASCADE,
+    sender_user_id INTEGER NOT NULL REFERENCES users(id),
+    text TEXT NOT NULL DEFAULT '',
+    read INTEGER NOT NULL DEFAULT 0,
+    created_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%S', 'now'))
+);
+CREATE INDEX messages_subject ON messages(subject_id);
+)sql"},
+        {6, "crops_and_products", R"sql(
+CREATE TABLE produces (
+    id INTEGER PRIMARY KEY,
+    name TEXT NOT NULL UNIQUE,
+    image_path TEXT NOT NULL,
+    sort_order INTEGER NOT NULL
+);
+CREATE TABLE aps (
+    id INTEGER PRIMARY KEY,
+    name TEXT NOT NULL UNIQUE,
+    sort_order INTEGER NOT NULL
+);
+)sql"},
+        {7, "pages", R"sql(
+CREATE TABLE pages (
+    slug TEXT PRIMARY KEY,
+    name TEXT NOT NULL,
+    text TEXT NOT NULL
+);
+)sql"},
+        {8, "user_popups", R"sql(
+CREATE TABLE user_popups (
+    popup_id INTEGER NOT NULL REFERENCES popups(id) ON DELETE CASCADE,
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    PRIMARY KEY (popup_id, user_id)
+);
+CREATE INDEX user_popups_user ON user_popups(user_id);
+)sql"},
     };
     return list;
 }

@@ -2,6 +2,9 @@
 
 #include "accounts/Accounts.h"
 #include "accounts/DemoAccounts.h"
+#include "accounts/Login.h"
+#include "content/Pages.h"
+#include "conversations/Unread.h"
 #include "core/ApiCall.h"
 #include "core/Auth.h"
 #include "core/Database.h"
@@ -9,6 +12,8 @@
 #include "core/Envelope.h"
 #include "core/Migrations.h"
 #include "core/StaticFiles.h"
+#include "farms/Produces.h"
+#include "regions/RegionCommands.h"
 #include "regions/Regions.h"
 #include "system/Popups.h"
 #include "system/Settings.h"
@@ -113,17 +118,33 @@ struct Server::Impl {
             accounts::seedDemoAccounts(*opened);
             sys::Settings(*opened).seed();
             sys::seedPopups(*opened);
+            farms::seedProduces(*opened);
+            content::seedPages(*opened);
 
             auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
                 return accounts::userForToken(*raw, token);
             });
             sys::registerCommands(*table, *opened);
+            accounts::registerLoginCommands(*table, *opened, {options.clock, smsSink()});
+            regions::registerCommands(*table, *opened);
+            farms::registerProduceCommands(*table, *opened);
+            content::registerPageCommands(*table, *opened);
+            conversations::registerUnreadCommand(*table, *opened);
 
             files = std::make_unique<StaticFiles>(staticDir);
             dispatch = std::move(table);
             db = std::move(opened);
         }
         return *db;
+    }
+
+    // There is no SMS gateway: the code goes to the console, where the demo reads it.
+    accounts::SmsSink smsSink() {
+        if (options.quiet) return {};
+        return [this](const std::string& phone, const std::string& code) {
+            std::lock_guard guard(outputMutex);
+            std::cout << "SMS kodu " << phone << ": " << code << std::endl;
+        };
     }
 
     std::string ownBaseUrl() const {
@@ -257,9 +278,20 @@ struct Server::Impl {
             return sendJson(res, envelope::success(sys::probeReply(db)));
         }
         if (name == "popup") {
-            sys::setPopupActive(db, sys::CampaignPopupCode, boolMember(*body, "on"));
-            return sendJson(res,
-                            envelope::success(Json{{"popup", sys::currentPopup(db, requestBaseUrl(req))}}));
+            // With "phone": the campaign for that account only, and the reply is what it sees.
+            const std::string phone = textMember(*body, "phone");
+            std::int64_t userId = 0;
+            if (!phone.empty()) {
+                userId = db.scalar("SELECT id FROM users WHERE phone = ?", {phone});
+                if (!userId)
+                    return sendJson(
+                        res, envelope::rejection("Hesap bulunamadı", {{"phone", "Hesap bulunamadı"}}), 400);
+                sys::setPopupActiveFor(db, sys::CampaignPopupCode, userId, boolMember(*body, "on"));
+            } else {
+                sys::setPopupActive(db, sys::CampaignPopupCode, boolMember(*body, "on"));
+            }
+            return sendJson(
+                res, envelope::success(Json{{"popup", sys::currentPopup(db, userId, requestBaseUrl(req))}}));
         }
         if (name == "version") {
             const std::string version = textMember(*body, "version");
@@ -417,6 +449,12 @@ void Server::setProbeDown(bool down, std::string message) {
 
 void Server::setPopupActive(bool on) {
     sys::setPopupActive(d->database(), sys::CampaignPopupCode, on);
+}
+
+bool Server::setPopupActiveFor(const std::string& phone, bool on) {
+    Database& db = d->database();
+    const auto userId = db.scalar("SELECT id FROM users WHERE phone = ?", {phone});
+    return userId && sys::setPopupActiveFor(db, sys::CampaignPopupCode, userId, on);
 }
 
 void Server::setPublishedVersion(std::string version) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Clock.h"
 #include "core/RequestLog.h"
 
 #include <memory>
@@ -15,7 +16,8 @@ struct ServerOptions {
     std::string dbPath = ":memory:";
     std::string dataDir;   // empty: the data folder of the source tree
     std::string staticDir; // empty: the static folder of the source tree
-    bool quiet = true;     // false: one line per request on stdout
+    bool quiet = true;     // false: one line per request and every SMS code on stdout
+    Clock clock;           // empty: the system clock
 };
 
 // The reference service on one port: the /api commands, "/check", the store page, bundled media
@@ -39,8 +41,10 @@ public:
     void setMaintenance(bool on, std::string text = {});
     // "/check"; empty message: the default message.
     void setProbeDown(bool down, std::string message = {});
-    // The seeded campaign popup.
+    // The seeded campaign popup, for everybody.
     void setPopupActive(bool on);
+    // The seeded campaign popup for the account of this phone only; false for an unknown phone.
+    bool setPopupActiveFor(const std::string& phone, bool on);
     // What the app's update check reads.
     void setPublishedVersion(std::string version);
 

@@ -40,9 +40,24 @@ void setPopupActive(Database& db, const std::string& code, bool on) {
     db.execute("UPDATE popups SET active = ? WHERE code = ?", {std::int64_t(on ? 1 : 0), code});
 }
 
-Json currentPopup(Database& db, const std::string& baseUrl) {
-    auto row = db.queryRow("SELECT id, header, content, file_path, pest_id, pest_file_path, pest_name"
-                           " FROM popups WHERE active = 1 ORDER BY id DESC LIMIT 1");
+bool setPopupActiveFor(Database& db, const std::string& code, std::int64_t userId, bool on) {
+    auto guard = db.lock();
+    auto popup = db.queryRow("SELECT id FROM popups WHERE code = ?", {code});
+    if (!popup || db.scalar("SELECT COUNT(*) FROM users WHERE id = ?", {userId}) == 0) return false;
+    const auto popupId = popup->at("id").get<std::int64_t>();
+    if (on)
+        db.execute("INSERT OR IGNORE INTO user_popups (popup_id, user_id) VALUES (?, ?)", {popupId, userId});
+    else
+        db.execute("DELETE FROM user_popups WHERE popup_id = ? AND user_id = ?", {popupId, userId});
+    return true;
+}
+
+Json currentPopup(Database& db, std::int64_t userId, const std::string& baseUrl) {
+    auto row = db.queryRow(
+        "SELECT id, header, content, file_path, pest_id, pest_file_path, pest_name FROM popups p"
+        " WHERE active = 1 OR EXISTS (SELECT 1 FROM user_popups u WHERE u.popup_id = p.id AND u.user_id = ?)"
+        " ORDER BY id DESC LIMIT 1",
+        {userId});
     if (!row) return nullptr;
     Json popup = *row;
     popup["file_path"] = absolute(popup["file_path"].get<std::string>(), baseUrl);

@@ -14,7 +14,7 @@ void registerCommands(Dispatch& dispatch, Database& db) {
     });
 
     dispatch.add("popup", true, [&db](const ApiCall& call) {
-        return envelope::success(Json{{"popup", currentPopup(db, call.baseUrl)}});
+        return envelope::success(Json{{"popup", currentPopup(db, call.userId, call.baseUrl)}});
     });
 
     dispatch.add("app/version", false, [&db](const ApiCall& call) {

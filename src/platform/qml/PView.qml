@@ -7,7 +7,7 @@ Rectangle {
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1
     enabled: model ? model.userInteractionEnabled : true
-    color: model && model.backgroundColor.a > 0 ? model.backgroundColor : "transparent"
+    color: model ? model.backgroundColor : "transparent"
     border.width: model ? model.borderWidth : 0
     border.color: model ? model.borderColor : "transparent"
     radius: model ? model.cornerRadius : 0

@@ -1,0 +1,88 @@
+#include "farms/Produces.h"
+
+#include "core/Envelope.h"
+
+namespace ekinora::server::farms {
+
+namespace {
+
+struct Crop {
+    std::int64_t id;
+    const char* name;
+    const char* image;
+};
+
+// In the order the crop panel shows them: field crops first, then vegetables, then orchards.
+const Crop Crops[] = {
+    {1, "Buğday", "bugday.svg"},
+    {2, "Arpa", "arpa.svg"},
+    {3, "Mısır", "misir.svg"},
+    {4, "Ayçiçeği", "aycicegi.svg"},
+    {5, "Pamuk", "pamuk.svg"},
+    {6, "Kanola", "kanola.svg"},
+    {7, "Şeker Pancarı", "seker-pancari.svg"},
+    {8, "Çeltik", "celtik.svg"},
+    {9, "Patates", "patates.svg"},
+    {10, "Domates", "domates.svg"},
+    {11, "Biber", "biber.svg"},
+    {12, "Karpuz", "karpuz.svg"},
+    {13, "Üzüm (Bağ)", "uzum.svg"},
+    {14, "Elma", "elma.svg"},
+    {15, "Zeytin", "zeytin.svg"},
+    {16, "Fındık", "findik.svg"},
+};
+
+struct Product {
+    std::int64_t id;
+    const char* name;
+};
+
+// Registered names carry the mark as markup, as the app expects it; the foliar fertiliser is not
+// a registered name. 101 is the product of the seeded campaign popup.
+const Product Products[] = {
+    {101, "Tarvenza<sup>&reg;</sup> 250 EC"},   {102, "Nodrix<sup>&reg;</sup> 480 SC"},
+    {103, "Kelvaro<sup>&reg;</sup> 70 WG"},     {104, "Sorimet<sup>&reg;</sup> 5 EC"},
+    {105, "Pradelin<sup>&reg;</sup> 200 SL"},   {106, "Voltanya<sup>&reg;</sup> 25 WP"},
+    {107, "Ekitor<sup>&reg;</sup> 10 GR"},      {108, "Durasil<sup>&reg;</sup> 300 SC"},
+    {109, "Mirelo<sup>&reg;</sup> 45 OD"},      {110, "Zentafos<sup>&reg;</sup> 500 EC"},
+    {111, "Kelvaro<sup>&reg;</sup> Duo 60 WG"}, {112, "Yaprak Gübresi 20-20-20"},
+};
+
+} // namespace
+
+void seedProduces(Database& db) {
+    auto guard = db.lock();
+    db.transaction([&] {
+        if (db.scalar("SELECT COUNT(*) FROM produces") == 0) {
+            std::int64_t order = 0;
+            for (const auto& crop : Crops)
+                db.execute("INSERT INTO produces (id, name, image_path, sort_order) VALUES (?, ?, ?, ?)",
+                           {crop.id, std::string(crop.name),
+                            "/static/media/produces/" + std::string(crop.image), ++order});
+        }
+        if (db.scalar("SELECT COUNT(*) FROM aps") == 0) {
+            std::int64_t order = 0;
+            for (const auto& product : Products)
+                db.execute("INSERT INTO aps (id, name, sort_order) VALUES (?, ?, ?)",
+                           {product.id, std::string(product.name), ++order});
+        }
+    });
+}
+
+void registerProduceCommands(Dispatch& dispatch, Database& db) {
+    // "farmerprio" (sent by the grant search) asks for the same list.
+    dispatch.add("produces", false, [&db](const ApiCall& call) {
+        Json list = Json::array();
+        for (auto& row : db.query("SELECT id, name, image_path FROM produces ORDER BY sort_order"))
+            list.push_back(Json{{"id", row.at("id")},
+                                {"name", row.at("name")},
+                                {"image", call.baseUrl + row.at("image_path").get<std::string>()}});
+        return envelope::success(Json{{"produces", std::move(list)}});
+    });
+
+    dispatch.add("produce/aps", false, [&db](const ApiCall&) {
+        return envelope::success(Json{{"aps", db.query("SELECT id, name FROM aps ORDER BY sort_order")}});
+    });
+}
+
+} // namespace ekinora::server::farms
