@@ -1,9 +1,11 @@
 #include "Ekinora.h"
 
+#include "accounts/AccountsScreens.h"
 #include "platform/Platform.h"
 #include "platform/Storyboard.h"
 #include "service/AppDelegate.h"
 #include "service/ServiceRoots.h"
+#include "shell/PendingViewController.h"
 #include "shell/ShellScreens.h"
 
 #include <QDesktopServices>
@@ -20,7 +22,12 @@ using namespace platform;
 
 QString Ekinora::version() { return QStringLiteral(EKINORA_VERSION); }
 
-void Ekinora::registerScreens() { shell::registerScreens(); }
+void Ekinora::registerScreens() {
+    shell::registerScreens();
+    accounts::registerScreens();
+    // Main screens still to come stand as pages with their menu label.
+    shell::registerPendingScreens();
+}
 
 Ekinora::Ekinora(const StartOptions& options, QObject* parent) : QObject(parent) {
     if (!options.serviceBase.isEmpty()) service::Roots::configure(options.serviceBase);

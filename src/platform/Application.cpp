@@ -33,6 +33,13 @@ bool Application::openURL(const QUrl& url) {
     return m_opener ? m_opener(url) : false;
 }
 
+bool Application::canOpenURL(const QUrl& url) const {
+    if (m_checker) return m_checker(url);
+    static const QStringList known{QStringLiteral("http"), QStringLiteral("https"), QStringLiteral("mailto"),
+                                   QStringLiteral("tel")};
+    return known.contains(url.scheme().toLower());
+}
+
 int Application::supportedInterfaceOrientations() const {
     return m_orientation ? m_orientation() : OrientationMaskPortrait;
 }

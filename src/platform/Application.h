@@ -47,6 +47,10 @@ public:
     // -[UIApplication openURL:]. The opener is QDesktopServices in the desktop app, a recorder in tests.
     bool openURL(const QUrl& url);
     void setUrlOpener(UrlOpener opener) { m_opener = std::move(opener); }
+    // -[UIApplication canOpenURL:]. The desktop knows handlers for the web, mail and telephone schemes
+    // only; tests may say otherwise.
+    bool canOpenURL(const QUrl& url) const;
+    void setUrlChecker(std::function<bool(const QUrl&)> checker) { m_checker = std::move(checker); }
 
     // The window's orientation mask comes from the application's delegate.
     void setOrientationSource(std::function<int()> source) { m_orientation = std::move(source); }
@@ -81,6 +85,7 @@ private:
     bool m_echo = true;
     QString m_version;
     UrlOpener m_opener;
+    std::function<bool(const QUrl&)> m_checker;
     std::function<int()> m_orientation;
     Ending m_ending;
     std::function<void()> m_beforeEnding;

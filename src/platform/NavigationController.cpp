@@ -1,5 +1,7 @@
 #include "NavigationController.h"
 
+#include "SideMenuViewController.h"
+
 #include <QQuickItem>
 
 namespace ekinora::platform {
@@ -98,6 +100,10 @@ void NavigationController::viewWillDisappear(bool animated) {
 }
 void NavigationController::viewDidDisappear(bool animated) {
     if (auto* top = topViewController()) top->endDisappearance(animated);
+}
+
+void NavigationController::openSideMenu() {
+    if (auto* menu = sideMenuViewController()) menu->presentLeftMenuViewController();
 }
 
 } // namespace ekinora::platform

@@ -27,6 +27,8 @@ public:
     void pushViewController(ViewController* controller, bool animated = true);
     ViewController* popViewControllerAnimated(bool animated = true);
     Q_INVOKABLE void goBack() { popViewControllerAnimated(true); }
+    // The menu button of a side menu's content.
+    Q_INVOKABLE void openSideMenu();
 
     bool isNavigationBarHidden() const { return m_barHidden; }
     void setNavigationBarHidden(bool hidden);

@@ -33,6 +33,7 @@ class ViewController : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
     Q_PROPERTY(QObject* navigationItemRight READ rightBarButtonItem CONSTANT)
+    Q_PROPERTY(bool inSideMenu READ inSideMenu NOTIFY containerChanged)
 public:
     enum class SegueKind { Show, Present };
     struct SegueRoute {
@@ -109,8 +110,15 @@ public:
     }
 
     // Containment.
-    void setParentController(ViewController* parent) { m_parentController = parent; }
-    void setSideMenu(SideMenuViewController* menu) { m_sideMenu = menu; }
+    void setParentController(ViewController* parent) {
+        m_parentController = parent;
+        emit containerChanged();
+    }
+    void setSideMenu(SideMenuViewController* menu) {
+        m_sideMenu = menu;
+        emit containerChanged();
+    }
+    bool inSideMenu() const { return sideMenuViewController() != nullptr; }
 
     // Ownership by containers and requests. release() by the last owner deletes the controller later.
     void retain() { ++m_retainCount; }
@@ -120,6 +128,7 @@ public:
 signals:
     void titleChanged();
     void viewLoaded();
+    void containerChanged();
 
 protected:
     template <class T, class... A> T* makeControl(const QString& name, A&&... args) {

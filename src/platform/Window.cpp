@@ -104,6 +104,19 @@ void Window::removeHUD(ProgressHUD* hud) {
     emit overlaysChanged();
 }
 
+int Window::presentedHudCount() const {
+    int n = 0;
+    for (ProgressHUD* hud : m_huds) {
+        for (ViewController* c = hud->host(); c; c = c->parentViewController()) {
+            if (c->presentingViewController()) {
+                ++n;
+                break;
+            }
+        }
+    }
+    return n;
+}
+
 void Window::setWaitOverlay(ViewController* host, const QString& text) {
     m_waitVisible = host != nullptr;
     m_waitText = text;

@@ -18,6 +18,7 @@ class ProgressHUD;
 class Window : public QObject {
     Q_OBJECT
     Q_PROPERTY(int hudCount READ hudCount NOTIFY overlaysChanged)
+    Q_PROPERTY(int presentedHudCount READ presentedHudCount NOTIFY overlaysChanged)
     Q_PROPERTY(bool waitVisible READ waitVisible NOTIFY overlaysChanged)
     Q_PROPERTY(QString waitText READ waitText NOTIFY overlaysChanged)
 public:
@@ -42,6 +43,8 @@ public:
     void addHUD(ProgressHUD* hud);
     void removeHUD(ProgressHUD* hud);
     int hudCount() const { return int(m_huds.size()); }
+    // Indicators shown on a presented controller; the others lie under what is presented.
+    int presentedHudCount() const;
     void setWaitOverlay(ViewController* host, const QString& text);
     bool waitVisible() const { return m_waitVisible; }
     QString waitText() const { return m_waitText; }

@@ -1,5 +1,6 @@
 #include "ShellScreens.h"
 
+#include "LeftMenuViewController.h"
 #include "NavigationController.h"
 #include "PopupViewController.h"
 #include "RootViewController.h"
@@ -14,7 +15,14 @@ void registerScreens() {
         root->awakeFromNib();
         return root;
     });
-    Storyboard::registerIdentifier(QStringLiteral("contentViewController"), [] { return new NavigationController; });
+    // The content stack starts on the home screen.
+    Storyboard::registerIdentifier(QStringLiteral("contentViewController"), [] {
+        auto* content = new NavigationController;
+        if (auto* home = Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("firstViewController")))
+            content->setViewControllers({home});
+        return content;
+    });
+    Storyboard::registerIdentifier(QStringLiteral("leftMenuViewController"), [] { return new LeftMenuViewController; });
     // Made in code by the popup poll.
     Storyboard::registerIdentifier(QStringLiteral("PopupViewController"), [] { return new PopupViewController; });
 }

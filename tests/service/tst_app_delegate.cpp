@@ -42,6 +42,8 @@ private slots:
         platform::Storyboard::clear();
         Ekinora::registerScreens();
         platform::Storyboard::registerIdentifier(QStringLiteral("PopupViewController"), [] { return new CardStandIn; });
+        // The sign-in screen's own loads are not the delegate's.
+        platform::Storyboard::registerIdentifier(QStringLiteral("loginVC"), [] { return new platform::ViewController; });
         fake->platform->window().setRootViewController(
             platform::Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("RootViewController")));
         delegate = new AppDelegate;

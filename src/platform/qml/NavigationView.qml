@@ -31,6 +31,18 @@ Item {
             onClicked: controller.goBack()
             Accessible.name: "Geri"
         }
+        // The root screen of a side menu's content opens the menu; the menu opens by this button only.
+        ToolButton {
+            objectName: "presentLeftMenuViewController"
+            visible: controller.depth === 1 && controller.inSideMenu
+            anchors { left: parent.left; verticalCenter: parent.verticalCenter; leftMargin: 4 }
+            width: 48; height: 48
+            text: "☰"
+            font.pixelSize: 22
+            palette.buttonText: navigationBarAppearance.tintColor
+            onClicked: controller.openSideMenu()
+            Accessible.name: "Menü"
+        }
         Label {
             anchors.centerIn: parent
             width: parent.width - 120

@@ -15,16 +15,12 @@ ApplicationWindow {
     property Item contentLayer: contentLayer
     property Item presentedLayer: presentedLayer
 
-    Item { id: contentLayer; anchors.fill: parent }
-    Item { id: presentedLayer; anchors.fill: parent }
-
-    Rectangle {
+    // An indicator lies over the view it was added to: under the presented controllers for a screen of
+    // the root, over them for a presented one. It blocks touches below it while a call runs.
+    component HUD: Rectangle {
         objectName: "progressHUD"
         anchors.fill: parent
-        visible: appWindow.hudCount > 0
         color: "transparent"
-        z: 1000
-        // Blocks touches on the screen below while a call runs.
         MouseArea { anchors.fill: parent; preventStealing: true }
         Rectangle {
             anchors.centerIn: parent
@@ -34,6 +30,11 @@ ApplicationWindow {
         }
         Accessible.name: "Yükleniyor"
     }
+
+    Item { id: contentLayer; anchors.fill: parent }
+    HUD { visible: appWindow.hudCount > appWindow.presentedHudCount }
+    Item { id: presentedLayer; anchors.fill: parent }
+    HUD { visible: appWindow.presentedHudCount > 0; z: 1000 }
 
     Rectangle {
         objectName: "waitOverlay"

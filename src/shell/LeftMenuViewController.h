@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/Controls.h"
+#include "platform/ViewController.h"
+
+#include <QJsonArray>
+#include <QRectF>
+#include <QVariantMap>
+
+namespace ekinora::shell {
+
+// The left panel of the side menu: the items of the user's "menu", in the service's order. Opening an
+// item replaces the whole content of the container.
+class LeftMenuViewController : public platform::ViewController {
+    Q_OBJECT
+    Q_PROPERTY(int rowHeight READ rowHeightValue CONSTANT)
+    Q_PROPERTY(QRectF tableFrame READ tableFrame CONSTANT)
+public:
+    explicit LeftMenuViewController(QObject* parent = nullptr);
+    QUrl viewSource() const override;
+
+    QJsonArray arrList;     // only sizes the table at load
+    QJsonArray menuListArr; // dictionaries with "name", "icon" and "id"
+    qint32 rowHeight = 45;
+    platform::TableView* tableView;
+    platform::Label* lblReloadTime; // kept, never written
+
+    void viewDidLoad() override;
+
+    // The list's data source and delegate.
+    Q_INVOKABLE int numberOfRowsInSection(int section) const;
+    Q_INVOKABLE int heightForRow(int row) const { return rowHeight; }
+    // A cell's content: "text" (plain), "html" (with the new mark) and "icon".
+    Q_INVOKABLE QVariantMap cellForRow(int row) const;
+    Q_INVOKABLE void didSelectRow(int row);
+
+    int rowHeightValue() const { return rowHeight; }
+    QRectF tableFrame() const { return m_tableFrame; }
+
+    // Whole days since "menuItemCounter"; above 60 the new mark is gone.
+    int daysSinceMenuItemCounter() const;
+
+public slots:
+    void checkMenuList();
+    void checkUnreadMessages();
+    void somethingHappens();
+    void logout();
+    void openScheme(const QString& url);
+    bool schemeAvailable(const QString& url) const;
+
+private:
+    void handOver(const QString& target, bool hasTarget);
+    QRectF m_tableFrame;
+};
+
+} // namespace ekinora::shell

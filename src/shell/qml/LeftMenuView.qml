@@ -1,0 +1,59 @@
+import QtQuick
+import QtQuick.Controls
+
+// The menu's rows over the container's background: icon and label, white on the dark picture.
+Item {
+    id: root
+    objectName: "LeftMenuViewController"
+
+    ListView {
+        id: list
+        objectName: "tableView"
+        x: controller.tableFrame.x
+        y: controller.tableFrame.y
+        width: controller.tableFrame.width
+        height: controller.tableFrame.height
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: contentHeight > height
+        // Rows are read again only when the controller reloads the table.
+        property int revision: tableView.revision
+        model: { revision; return controller.numberOfRowsInSection(0) }
+
+        delegate: ItemDelegate {
+            id: cell
+            objectName: "Cell"
+            property int row: index
+            property var content: { list.revision; return controller.cellForRow(index) }
+            width: ListView.view.width
+            height: controller.heightForRow(index)
+            padding: 0
+            background: Item {}
+            Accessible.name: content.text || ""
+            contentItem: Row {
+                spacing: 14
+                leftPadding: 24
+                Image {
+                    objectName: "cellIcon"
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 24; height: 24
+                    sourceSize: Qt.size(48, 48)
+                    source: cell.content.icon ? "qrc:/ekinora/icons/" + cell.content.icon + ".svg" : ""
+                }
+                Text {
+                    objectName: "textLabel"
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: cell.width - 24 - 24 - 14 - 8
+                    text: cell.content.html || ""
+                    textFormat: Text.RichText
+                    color: cell.pressed ? "#d3d3d3" : "white"
+                    font.pixelSize: 17
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: 4
+                    elide: Text.ElideNone
+                }
+            }
+            onClicked: controller.didSelectRow(index)
+        }
+    }
+}
