@@ -27,8 +27,8 @@ Rectangle {
     }
     component MainButton: Button {
         id: b
-        property string action: ""
-        objectName: action
+        property string act: ""
+        objectName: act
         width: parent.width
         implicitHeight: 50
         font.pixelSize: 17
@@ -38,7 +38,7 @@ Rectangle {
         Material.background: root.leaf
         Material.foreground: "white"
         Accessible.name: text
-        onClicked: controller[action]()
+        onClicked: controller[act]()
     }
 
     // Header with the name of the application.
@@ -68,7 +68,7 @@ Rectangle {
                 Title { text: "Giriş Yap" }
                 Hint { text: "Cep telefonu numaranızı girin, size bir doğrulama kodu gönderelim." }
                 PTextField { model: txtLoginPhone; width: parent.width; placeholderText: "05XX XXX XX XX"; Accessible.name: "Cep telefonu numarası" }
-                MainButton { action: "getSmsCodeForLogin"; text: "Kod Gönder" }
+                MainButton { act: "getSmsCodeForLogin"; text: "Kod Gönder" }
                 Hint { text: "Hesabınız yoksa aynı adımlarla kaydınızı oluşturabilirsiniz."; font.pixelSize: 13 }
             }
         }
@@ -83,7 +83,7 @@ Rectangle {
                 Hint { text: "Telefonunuza gönderilen kodu girin." }
                 PTextField { model: txtLoginPhoneCode; width: parent.width; Accessible.name: "Cep telefonu numarası" }
                 PTextField { model: txtLoginCode; width: parent.width; placeholderText: "SMS kodu"; Accessible.name: "SMS kodu" }
-                MainButton { action: "validateSmsCodeForLogin"; text: "Giriş Yap" }
+                MainButton { act: "validateSmsCodeForLogin"; text: "Giriş Yap" }
             }
         }
     }
@@ -103,7 +103,7 @@ Rectangle {
                 spacing: 16
                 Title { text: "Kayıt Ol" }
                 PTextField { model: txtRegisterPhone; width: parent.width; placeholderText: "05XX XXX XX XX"; Accessible.name: "Cep telefonu numarası" }
-                MainButton { action: "getSmsCode"; text: "Kod Gönder" }
+                MainButton { act: "getSmsCode"; text: "Kod Gönder" }
             }
         }
         PView {
@@ -116,7 +116,7 @@ Rectangle {
                 Title { text: "Doğrulama Kodu" }
                 PTextField { model: txtRegisterPhoneCode; width: parent.width; Accessible.name: "Cep telefonu numarası" }
                 PTextField { model: txtRegisterCode; width: parent.width; placeholderText: "SMS kodu"; Accessible.name: "SMS kodu" }
-                MainButton { action: "validateSmsCode"; text: "Doğrula" }
+                MainButton { act: "validateSmsCode"; text: "Doğrula" }
             }
         }
         PView { model: viewRegisterActivation; anchors.fill: parent; color: "white" }
@@ -180,7 +180,7 @@ Rectangle {
             spacing: 20
             Title { text: "Güle güle!"; horizontalAlignment: Text.AlignHCenter }
             Hint { text: "Oturumunuz kapatıldı. Yeniden görüşmek üzere."; horizontalAlignment: Text.AlignHCenter }
-            MainButton { action: "loginBack"; text: "Giriş Ekranına Dön" }
+            MainButton { act: "loginBack"; text: "Giriş Ekranına Dön" }
         }
     }
 

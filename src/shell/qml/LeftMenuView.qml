@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 
 // The menu's rows over the container's background: icon and label, white on the dark picture.
 Item {
@@ -55,5 +56,18 @@ Item {
             }
             onClicked: controller.didSelectRow(index)
         }
+    }
+
+    Button {
+        objectName: "logout"
+        anchors { left: parent.left; bottom: parent.bottom; leftMargin: 20; bottomMargin: 40 }
+        flat: true
+        height: 48
+        text: "Çıkış Yap"
+        font.pixelSize: 17
+        palette.buttonText: "white"
+        Material.foreground: "white"
+        onClicked: controller.logout()
+        Accessible.name: text
     }
 }
