@@ -273,6 +273,7 @@ DayState dayState(const Place& place, const Seeds& s, std::int64_t n, bool wet, 
     for (int k = 0; k < 5; ++k)
         anomaly += weights[k] * gaussian(s.region, Anomaly, n - k);
     anomaly *= (3.2 - 1.2 * summer) / 0.49;
+    if (c.coastal) anomaly *= anomaly < 0 ? 0.5 : 0.7; // the sea holds the air's warmth
     const double local = (draw(s.point, LocalOffset, 0) - 0.5) * 1.6;
 
     double mean = seasonal + anomaly + local;
