@@ -18,6 +18,7 @@
 #include "system/Popups.h"
 #include "system/Settings.h"
 #include "system/SystemCommands.h"
+#include "weather/WeatherCommands.h"
 
 #include <httplib.h>
 #include <sys/socket.h>
@@ -96,6 +97,7 @@ struct Server::Impl {
     std::unique_ptr<Database> db;
     std::unique_ptr<Dispatch> dispatch;
     std::unique_ptr<StaticFiles> files;
+    std::unique_ptr<weather::WeatherService> weatherService;
 
     RequestLog log;
     std::unique_ptr<httplib::Server> http;
@@ -130,6 +132,8 @@ struct Server::Impl {
             farms::registerProduceCommands(*table, *opened);
             content::registerPageCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
+            weatherService = std::make_unique<weather::WeatherService>(*opened, options.clock);
+            weather::registerCommands(*table, *weatherService);
 
             files = std::make_unique<StaticFiles>(staticDir);
             dispatch = std::move(table);
@@ -189,6 +193,8 @@ struct Server::Impl {
         } else if (path == sys::StorePath) {
             if (method == "GET" || method == "HEAD")
                 return res.set_content(sys::storePage(database()), "text/html; charset=utf-8");
+        } else if (path == weather::LegacyPath) {
+            if (method == "GET") return legacyWeather(req, res);
         } else if (path.rfind("/static/", 0) == 0) {
             if ((method == "GET" || method == "HEAD") && serveStatic(path.substr(8), res)) return;
         } else if (demo) {
@@ -219,6 +225,23 @@ struct Server::Impl {
         call.baseUrl = requestBaseUrl(req);
 
         const Json reply = dispatch->handle(std::move(call));
+        t_context.envelopeStatus = reply.value("status", 0);
+        sendJson(res, reply);
+    }
+
+    // The older weather endpoint: its command and parameters in the query, the same envelope.
+    void legacyWeather(const httplib::Request& req, httplib::Response& res) {
+        const auto question = req.target.find('?');
+        const std::string_view rawQuery = question == std::string::npos
+                                              ? std::string_view()
+                                              : std::string_view(req.target).substr(question + 1);
+        Parameters parameters = mergeParameters(parseQuery(rawQuery), {});
+        ApiCall call;
+        call.method = t_context.method;
+        call.command = std::move(parameters.command);
+        call.params = std::move(parameters.params);
+        call.baseUrl = requestBaseUrl(req);
+        const Json reply = weatherService->legacyDay(call);
         t_context.envelopeStatus = reply.value("status", 0);
         sendJson(res, reply);
     }
