@@ -49,6 +49,7 @@ void LeftMenuViewController::viewDidLoad() {
     const double tableHeight = double(arrList.size()) * rowHeight;
     m_tableFrame = QRectF(16 - 20, (height - tableHeight) / 2, width - 60, tableHeight);
     tableView->setScrollEnabled(true);
+    emit layoutChanged();
 
     auto& center = P().notificationCenter();
     center.addObserver(this, QStringLiteral("checkUnreadMessages"), QStringLiteral("checkUnreadMessages"));

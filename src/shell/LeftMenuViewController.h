@@ -13,8 +13,8 @@ namespace ekinora::shell {
 // item replaces the whole content of the container.
 class LeftMenuViewController : public platform::ViewController {
     Q_OBJECT
-    Q_PROPERTY(int rowHeight READ rowHeightValue CONSTANT)
-    Q_PROPERTY(QRectF tableFrame READ tableFrame CONSTANT)
+    Q_PROPERTY(int rowHeight READ rowHeightValue NOTIFY layoutChanged)
+    Q_PROPERTY(QRectF tableFrame READ tableFrame NOTIFY layoutChanged)
 public:
     explicit LeftMenuViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
@@ -47,6 +47,9 @@ public slots:
     void logout();
     void openScheme(const QString& url);
     bool schemeAvailable(const QString& url) const;
+
+signals:
+    void layoutChanged();
 
 private:
     void handOver(const QString& target, bool hasTarget);

@@ -61,8 +61,9 @@ private slots:
         tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
         QTRY_VERIFY(root()->isMenuVisible());
         QTest::qWait(400);
+        saveScreenshot(window(), QStringLiteral("signin-farmer-menu"));
         const auto cells = itemsNamed(window()->contentItem(), "Cell");
-        QVERIFY(cells.size() >= 12);
+        QVERIFY2(cells.size() >= 12, qPrintable(QString::number(cells.size())));
         QCOMPARE(cells.first()->property("content").toMap().value("text").toString(), QStringLiteral("Anasayfa"));
         saveScreenshot(window(), QStringLiteral("signin-farmer-menu"));
 
@@ -87,6 +88,7 @@ private slots:
             if (r.target.find("do=farmer%2Flogout") != std::string::npos || r.target.find("do=farmer/logout") != std::string::npos)
                 loggedOut = r.target.find("bearer") == std::string::npos;
         QVERIFY(loggedOut);
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 8000);
         tapItem(window(), itemNamed(window(), "loginBack"));
         QTRY_VERIFY(!itemNamed(window(), "viewLogout"));
         QVERIFY(itemNamed(window(), "txtLoginPhone"));

@@ -26,6 +26,7 @@ Rectangle {
         wrapMode: Text.WordWrap
     }
     component MainButton: Button {
+        font.capitalization: Font.MixedCase
         id: b
         property string act: ""
         objectName: act

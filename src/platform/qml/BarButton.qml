@@ -3,6 +3,7 @@ import QtQuick.Controls
 
 // A bar button item with its badge.
 ToolButton {
+    font.capitalization: Font.MixedCase
     id: button
     property QtObject model: null
     objectName: model ? model.objectName : ""

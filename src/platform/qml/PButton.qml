@@ -3,6 +3,7 @@ import QtQuick.Controls
 
 // A button bound to its model; a tap sends the model's actions. At least 44 points high.
 Button {
+    font.capitalization: Font.MixedCase
     id: button
     property QtObject model: null
     objectName: model ? model.objectName : ""

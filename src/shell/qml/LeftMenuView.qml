@@ -59,6 +59,7 @@ Item {
     }
 
     Button {
+        font.capitalization: Font.MixedCase
         objectName: "logout"
         anchors { left: parent.left; bottom: parent.bottom; leftMargin: 20; bottomMargin: 40 }
         flat: true
