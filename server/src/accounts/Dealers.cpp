@@ -22,7 +22,9 @@ bool isType(Database& db, std::int64_t userId, const char* type) {
 
 Json dealerInformation(Database& db, std::int64_t userId) {
     auto row = db.queryRow("SELECT dealer_name, tc_no, tax_number FROM users WHERE id = ?", {userId});
-    return Json{{"dealerName", row->at("dealer_name")}, {"TCNo", row->at("tc_no")}, {"taxNumber", row->at("tax_number")}};
+    return Json{{"dealerName", row->at("dealer_name")},
+                {"TCNo", row->at("tc_no")},
+                {"taxNumber", row->at("tax_number")}};
 }
 
 Json staffOnly() {
@@ -36,7 +38,8 @@ Activation activateDealer(Database& db, const std::string& phone) {
     if (!normalized) return Activation::NotFound;
     Activation result = Activation::NotFound;
     db.transaction([&] {
-        auto dealer = db.queryRow("SELECT id, active FROM users WHERE phone = ? AND type = 'dealer'", {*normalized});
+        auto dealer =
+            db.queryRow("SELECT id, active FROM users WHERE phone = ? AND type = 'dealer'", {*normalized});
         if (!dealer) return;
         if (dealer->at("active").get<std::int64_t>() != 0) {
             result = Activation::AlreadyActive;
@@ -52,12 +55,14 @@ Activation activateDealer(Database& db, const std::string& phone) {
 
 void registerDealerCommands(Dispatch& dispatch, Database& db) {
     dispatch.add("dealer/information", true, [&db](const ApiCall& call) {
-        if (!isType(db, call.userId, "dealer")) return envelope::rejection(NotADealer, {{"dealer", NotADealer}});
+        if (!isType(db, call.userId, "dealer"))
+            return envelope::rejection(NotADealer, {{"dealer", NotADealer}});
         return envelope::success(dealerInformation(db, call.userId));
     });
 
     dispatch.add("dealer/update-information", true, [&db](const ApiCall& call) {
-        if (!isType(db, call.userId, "dealer")) return envelope::rejection(NotADealer, {{"dealer", NotADealer}});
+        if (!isType(db, call.userId, "dealer"))
+            return envelope::rejection(NotADealer, {{"dealer", NotADealer}});
         const std::string name = trimmedText(call, "dealerName");
         const std::string taxNumber = trimmedText(call, "taxNumber");
         const std::string identityNumber = trimmedText(call, "TCNo");
@@ -70,13 +75,13 @@ void registerDealerCommands(Dispatch& dispatch, Database& db) {
 
     dispatch.add("admin/pending-dealers", true, [&db](const ApiCall& call) {
         if (!isType(db, call.userId, "adminUser")) return staffOnly();
-        return envelope::success(Json{
-            {"dealers", db.query("SELECT u.id, u.fullname, u.phone, u.dealer_name AS dealerName,"
-                                 " u.tax_number AS taxNumber, c.name AS city, k.name AS county,"
-                                 " u.created_at AS createdAt"
-                                 " FROM users u LEFT JOIN cities c ON c.id = u.city_id"
-                                 " LEFT JOIN counties k ON k.id = u.county_id"
-                                 " WHERE u.type = 'dealer' AND u.active = 0 ORDER BY u.id")}});
+        return envelope::success(
+            Json{{"dealers", db.query("SELECT u.id, u.fullname, u.phone, u.dealer_name AS dealerName,"
+                                      " u.tax_number AS taxNumber, c.name AS city, k.name AS county,"
+                                      " u.created_at AS createdAt"
+                                      " FROM users u LEFT JOIN cities c ON c.id = u.city_id"
+                                      " LEFT JOIN counties k ON k.id = u.county_id"
+                                      " WHERE u.type = 'dealer' AND u.active = 0 ORDER BY u.id")}});
     });
 
     dispatch.add("admin/activate-dealer", true, [&db](const ApiCall& call) {

@@ -57,8 +57,8 @@ void seedDemoShops(Database& db) {
     for (const auto& shop : DemoShops)
         db.execute("UPDATE users SET dealer_name = ?, tax_number = ?, tc_no = ?"
                    " WHERE phone = ? AND type = 'dealer' AND dealer_name IS NULL",
-                   {std::string(shop.dealerName), std::string(shop.taxNumber), std::string(shop.identityNumber),
-                    std::string(shop.phone)});
+                   {std::string(shop.dealerName), std::string(shop.taxNumber),
+                    std::string(shop.identityNumber), std::string(shop.phone)});
 }
 
 } // namespace

@@ -65,7 +65,8 @@ void registerProfileCommands(Dispatch& dispatch, Database& db) {
         const std::string fullname = trimmedText(call, "fullname");
         if (fullname.empty())
             errors.emplace_back("fullname", FullnameMissing);
-        else if (characterCount(fullname) > 100 || fullname.find_first_of("0123456789<>") != std::string::npos)
+        else if (characterCount(fullname) > 100 ||
+                 fullname.find_first_of("0123456789<>") != std::string::npos)
             errors.emplace_back("fullname", FullnameInvalid);
 
         const std::string email = trimmedText(call, "email");
@@ -87,8 +88,8 @@ void registerProfileCommands(Dispatch& dispatch, Database& db) {
                 const auto contact = regionalContact(db, cityId);
                 db.execute("UPDATE users SET city_id = ?, county_id = ?, region_fullname = ?,"
                            " region_phonenumber = ? WHERE id = ?",
-                           {cityId, place->at("id").get<std::int64_t>(), contact.fullname, contact.phonenumber,
-                            call.userId});
+                           {cityId, place->at("id").get<std::int64_t>(), contact.fullname,
+                            contact.phonenumber, call.userId});
             }
         });
         return profileReply(db, call);

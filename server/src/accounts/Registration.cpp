@@ -68,8 +68,8 @@ struct Applicant {
     std::optional<std::string> deviceId, deviceType;
 };
 
-void checkName(const std::string& name, const char* key, const std::string& missing, const std::string& invalid,
-               envelope::FieldErrors& errors) {
+void checkName(const std::string& name, const char* key, const std::string& missing,
+               const std::string& invalid, envelope::FieldErrors& errors) {
     if (name.empty())
         errors.emplace_back(key, missing);
     else if (characterCount(name) > MaxNameLength || name.find_first_of("0123456789<>") != std::string::npos)
@@ -95,7 +95,8 @@ envelope::FieldErrors readApplicant(const ApiCall& call, Database& db, std::int6
     a.fullname = firstName + " " + lastName;
 
     const auto county = wholeNumber(call.params.value("countyId", Json()));
-    auto place = county ? db.queryRow("SELECT id, city_id FROM counties WHERE id = ?", {*county}) : std::nullopt;
+    auto place =
+        county ? db.queryRow("SELECT id, city_id FROM counties WHERE id = ?", {*county}) : std::nullopt;
     if (!place) {
         errors.emplace_back("countyId", CountyMissing);
     } else {
@@ -143,7 +144,8 @@ std::optional<std::string> readFields(const ApiCall& call, Database& db, std::ve
         const Json kind = element.contains("produceId") ? element["produceId"] : element.value("id", Json());
         const auto produceId = wholeNumber(kind);
         if (!produceId) return FieldProduceMissing;
-        if (db.scalar("SELECT COUNT(*) FROM produces WHERE id = ?", {*produceId}) == 0) return FieldProduceUnknown;
+        if (db.scalar("SELECT COUNT(*) FROM produces WHERE id = ?", {*produceId}) == 0)
+            return FieldProduceUnknown;
         field.produceId = *produceId;
 
         const auto size = leadingNumber(element.value("range", Json()));
@@ -202,11 +204,25 @@ std::int64_t createAccount(Database& db, const Applicant& a, const std::string& 
         " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?,"
         " CASE WHEN ? THEN strftime('%Y-%m-%d %H:%M:%S', 'now') END,"
         " strftime('%Y-%m-%d %H:%M:%S', 'now'), ?, ?, ?, ?, ?)",
-        {a.phone, a.fullname, a.email.empty() ? SqlValue(nullptr) : SqlValue(a.email), type,
-         std::int64_t(active ? 1 : 0), a.cityId, a.countyId, contact.fullname, contact.phonenumber, menu.dump(),
-         std::int64_t(answered ? 1 : 0), permission(a.permissions[0]), permission(a.permissions[1]),
-         permission(a.permissions[2]), std::int64_t(answered ? 1 : 0), optional(a.deviceId), optional(a.deviceType),
-         dealer ? SqlValue(dealer->name) : SqlValue(nullptr), dealer ? SqlValue(dealer->taxNumber) : SqlValue(nullptr),
+        {a.phone,
+         a.fullname,
+         a.email.empty() ? SqlValue(nullptr) : SqlValue(a.email),
+         type,
+         std::int64_t(active ? 1 : 0),
+         a.cityId,
+         a.countyId,
+         contact.fullname,
+         contact.phonenumber,
+         menu.dump(),
+         std::int64_t(answered ? 1 : 0),
+         permission(a.permissions[0]),
+         permission(a.permissions[1]),
+         permission(a.permissions[2]),
+         std::int64_t(answered ? 1 : 0),
+         optional(a.deviceId),
+         optional(a.deviceType),
+         dealer ? SqlValue(dealer->name) : SqlValue(nullptr),
+         dealer ? SqlValue(dealer->taxNumber) : SqlValue(nullptr),
          dealer ? SqlValue(dealer->identityNumber) : SqlValue(nullptr)});
     return db.lastInsertId();
 }
@@ -229,7 +245,8 @@ envelope::FieldErrors dealerErrors(Database& db, const std::string& dealerName, 
         errors.emplace_back("taxNumber", TaxNumberMissing);
     else if (!isValidTaxNumber(taxNumber))
         errors.emplace_back("taxNumber", TaxNumberInvalid);
-    else if (db.scalar("SELECT COUNT(*) FROM users WHERE tax_number = ? AND id <> ?", {taxNumber, exceptUserId}) > 0)
+    else if (db.scalar("SELECT COUNT(*) FROM users WHERE tax_number = ? AND id <> ?",
+                       {taxNumber, exceptUserId}) > 0)
         errors.emplace_back("taxNumber", TaxNumberTaken);
 
     if (identityNumber.empty())
@@ -256,8 +273,9 @@ void registerRegistrationCommands(Dispatch& dispatch, Database& db, Clock clock)
             userId = createAccount(db, applicant, "farmer", true, nullptr);
             if (!userId) return;
             for (const Field& field : fields)
-                db.execute("INSERT INTO registration_fields (user_id, produce_id, size, aps) VALUES (?, ?, ?, ?)",
-                           {userId, field.produceId, field.size, field.aps.dump()});
+                db.execute(
+                    "INSERT INTO registration_fields (user_id, produce_id, size, aps) VALUES (?, ?, ?, ?)",
+                    {userId, field.produceId, field.size, field.aps.dump()});
             notifications::notify(db, userId, Welcome);
             token = issueToken(db, userId);
         });
@@ -291,7 +309,8 @@ void registerRegistrationCommands(Dispatch& dispatch, Database& db, Clock clock)
         bool taxNumberTaken = false;
         db.transaction([&] {
             // Checked again under the lock: two shops may not register one tax number at once.
-            taxNumberTaken = db.scalar("SELECT COUNT(*) FROM users WHERE tax_number = ?", {dealer.taxNumber}) > 0;
+            taxNumberTaken =
+                db.scalar("SELECT COUNT(*) FROM users WHERE tax_number = ?", {dealer.taxNumber}) > 0;
             if (!taxNumberTaken) userId = createAccount(db, applicant, "dealer", false, &dealer);
         });
         if (taxNumberTaken) return rejected({{"taxNumber", TaxNumberTaken}});

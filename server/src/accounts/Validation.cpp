@@ -37,7 +37,8 @@ bool isValidEmail(const std::string& text) {
     if (at == std::string::npos || at == 0 || text.find('@', at + 1) != std::string::npos) return false;
     const std::string domain = text.substr(at + 1);
     const auto dot = domain.find('.');
-    return dot != std::string::npos && dot > 0 && domain.back() != '.' && domain.find("..") == std::string::npos;
+    return dot != std::string::npos && dot > 0 && domain.back() != '.' &&
+           domain.find("..") == std::string::npos;
 }
 
 std::string trimmed(const std::string& text) {

@@ -308,25 +308,28 @@ struct Server::Impl {
             if (phone.empty()) phone = req.get_param_value("phone");
             const auto result = accounts::activateDealer(db, phone);
             if (result == accounts::Activation::NotFound)
-                return sendJson(res,
-                                envelope::rejection("Bu numara ile kayıtlı bir bayi bulunamadı.",
-                                                    {{"phone", "Bu numara ile kayıtlı bir bayi bulunamadı."}}),
-                                400);
-            return sendJson(res, envelope::success(
-                                     Json{{"phone", phone}, {"active", true},
-                                          {"activated", result == accounts::Activation::Activated}}));
+                return sendJson(
+                    res,
+                    envelope::rejection("Bu numara ile kayıtlı bir bayi bulunamadı.",
+                                        {{"phone", "Bu numara ile kayıtlı bir bayi bulunamadı."}}),
+                    400);
+            return sendJson(
+                res, envelope::success(Json{{"phone", phone},
+                                            {"active", true},
+                                            {"activated", result == accounts::Activation::Activated}}));
         }
         if (name == "notify") {
             const std::string phone = textMember(*body, "phone");
             const std::string message = textMember(*body, "message");
             const auto userId = db.scalar("SELECT id FROM users WHERE phone = ?", {phone});
             if (!userId)
-                return sendJson(
-                    res, envelope::rejection("Hesap bulunamadı", {{"phone", "Hesap bulunamadı"}}), 400);
+                return sendJson(res, envelope::rejection("Hesap bulunamadı", {{"phone", "Hesap bulunamadı"}}),
+                                400);
             if (message.empty())
-                return sendJson(
-                    res, envelope::rejection("Bildirim metnini giriniz", {{"message", "Bildirim metnini giriniz"}}),
-                    400);
+                return sendJson(res,
+                                envelope::rejection("Bildirim metnini giriniz",
+                                                    {{"message", "Bildirim metnini giriniz"}}),
+                                400);
             notifications::notify(db, userId, message);
             return sendJson(res, envelope::success(notifications::list(db, userId, false)));
         }

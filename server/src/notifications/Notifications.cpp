@@ -20,13 +20,16 @@ const Seed DemoNotices[] = {
     {"loyalty", "Manisa Alaşehir'de bağlarda mildiyö riski artıyor. Koruyucu ilaçlama zamanı yaklaştı.", 72,
      true},
     {"farmer", "Ziraat mühendisimiz \"Mısırda yaprak sararması\" konulu sorunuzu yanıtladı.", 50, true},
-    {"loyalty", "Bereket Kulübü'ne özel bahar kampanyası: seçili ürünlerde puanlar bu ay iki katı.", 30, false},
-    {"farmer", "Buğday tarlanızda sarı pas dönemi başladı. Hastalık belirtileri ve önerilen ilaçlama "
-               "programı için ürün takviminize göz atınız.",
+    {"loyalty", "Bereket Kulübü'ne özel bahar kampanyası: seçili ürünlerde puanlar bu ay iki katı.", 30,
+     false},
+    {"farmer",
+     "Buğday tarlanızda sarı pas dönemi başladı. Hastalık belirtileri ve önerilen ilaçlama "
+     "programı için ürün takviminize göz atınız.",
      26, false},
     {"loyalty", "Tebrikler! Son okuttuğunuz ürün kodlarıyla 150 Bereket puanı kazandınız.", 5, false},
-    {"farmer", "Konya ve çevresinde önümüzdeki iki gün gece sıcaklıklarının -3 °C'ye düşmesi bekleniyor. "
-               "Çiçeklenme dönemindeki bahçelerinizde don önlemlerini almayı unutmayınız.",
+    {"farmer",
+     "Konya ve çevresinde önümüzdeki iki gün gece sıcaklıklarının -3 °C'ye düşmesi bekleniyor. "
+     "Çiçeklenme dönemindeki bahçelerinizde don önlemlerini almayı unutmayınız.",
      3, false},
 };
 
@@ -61,7 +64,8 @@ Json list(Database& db, std::int64_t userId, bool markRead) {
     if (markRead && !notices.empty())
         db.execute("UPDATE notifications SET read = 1 WHERE user_id = ? AND read = 0 AND id <= ?",
                    {userId, notices.front().at("id").get<std::int64_t>()});
-    const auto unread = db.scalar("SELECT COUNT(*) FROM notifications WHERE user_id = ? AND read = 0", {userId});
+    const auto unread =
+        db.scalar("SELECT COUNT(*) FROM notifications WHERE user_id = ? AND read = 0", {userId});
     return Json{{"notifications", std::move(notices)}, {"unreadCount", unread}};
 }
 
