@@ -169,7 +169,7 @@ std::optional<std::string> readFields(const ApiCall& call, Database& db, std::ve
     return std::nullopt;
 }
 
-SqlValue optional(const std::optional<std::string>& text) {
+SqlValue nullable(const std::optional<std::string>& text) {
     return text ? SqlValue(*text) : SqlValue(nullptr);
 }
 
@@ -219,8 +219,8 @@ std::int64_t createAccount(Database& db, const Applicant& a, const std::string& 
          permission(a.permissions[1]),
          permission(a.permissions[2]),
          std::int64_t(answered ? 1 : 0),
-         optional(a.deviceId),
-         optional(a.deviceType),
+         nullable(a.deviceId),
+         nullable(a.deviceType),
          dealer ? SqlValue(dealer->name) : SqlValue(nullptr),
          dealer ? SqlValue(dealer->taxNumber) : SqlValue(nullptr),
          dealer ? SqlValue(dealer->identityNumber) : SqlValue(nullptr)});
