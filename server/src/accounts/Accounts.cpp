@@ -35,6 +35,14 @@ std::string issueToken(Database& db, std::int64_t userId) {
     return token;
 }
 
+RegionalContact regionalContact(Database& db, std::int64_t cityId) {
+    auto city = db.queryRow("SELECT longitude FROM cities WHERE id = ?", {cityId});
+    const double longitude = city ? city->at("longitude").get<double>() : 0.0;
+    if (longitude < 31.0) return {"Gülay Sezer", "05301110022"};
+    if (longitude < 37.0) return {"Serdar Akın", "05301110011"};
+    return {"Okan Yıldız", "05301110033"};
+}
+
 std::optional<Json> userRecord(Database& db, std::int64_t userId, const std::string& token) {
     auto row = db.queryRow(
         "SELECT u.id, u.fullname, u.email, u.phone, u.type, u.menu, u.region_fullname, u.region_phonenumber,"

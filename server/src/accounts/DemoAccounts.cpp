@@ -38,9 +38,37 @@ std::string demoAccountsText() {
     return text;
 }
 
+namespace {
+
+struct DemoShop {
+    const char* phone;
+    const char* dealerName;
+    const char* taxNumber;
+    const char* identityNumber;
+};
+
+const DemoShop DemoShops[] = {
+    {"05421000303", "Erdem Tarım Zirai İlaç ve Tohumculuk", "4830127965", "38492017510"},
+    {"05361000505", "Aydın Zirai Ürünler", "1209384756", "52746109318"},
+};
+
+// Shop data of the demo dealers; also for a database made before dealers had any.
+void seedDemoShops(Database& db) {
+    for (const auto& shop : DemoShops)
+        db.execute("UPDATE users SET dealer_name = ?, tax_number = ?, tc_no = ?"
+                   " WHERE phone = ? AND type = 'dealer' AND dealer_name IS NULL",
+                   {std::string(shop.dealerName), std::string(shop.taxNumber),
+                    std::string(shop.identityNumber), std::string(shop.phone)});
+}
+
+} // namespace
+
 void seedDemoAccounts(Database& db) {
     auto guard = db.lock();
-    if (db.scalar("SELECT COUNT(*) FROM users") > 0) return;
+    if (db.scalar("SELECT COUNT(*) FROM users") > 0) {
+        seedDemoShops(db);
+        return;
+    }
 
     db.transaction([&] {
         for (const auto& a : demoAccounts()) {
@@ -64,6 +92,7 @@ void seedDemoAccounts(Database& db) {
                 db.execute("INSERT INTO tokens (token, user_id) VALUES (?, ?)", {a.token, db.lastInsertId()});
         }
     });
+    seedDemoShops(db);
 }
 
 } // namespace ekinora::server::accounts

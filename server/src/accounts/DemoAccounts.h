@@ -31,7 +31,8 @@ const DemoAccount& demoAccount(const std::string& type, bool active = true);
 // One line per account: role, name, phone, token.
 std::string demoAccountsText();
 
-// Inserts the demo accounts and their tokens when the users table is empty.
+// Inserts the demo accounts and their tokens when the users table is empty, and gives the demo
+// dealers their shop data (name, tax number, identity number) where they have none.
 void seedDemoAccounts(Database& db);
 
 } // namespace ekinora::server::accounts

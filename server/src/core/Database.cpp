@@ -160,11 +160,15 @@ int Database::migrate(const std::vector<Migration>& migrations) {
          " version INTEGER PRIMARY KEY,"
          " name TEXT NOT NULL,"
          " applied_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%S', 'now')))");
-    int applied = 0;
+    // The whole list is checked before anything runs: a later migration may need an earlier one's
+    // tables, so one out of order would otherwise fail on SQL instead of on the order.
     int previous = 0;
     for (const auto& m : migrations) {
         if (m.version <= previous) throw std::logic_error("migration versions must ascend: " + m.name);
         previous = m.version;
+    }
+    int applied = 0;
+    for (const auto& m : migrations) {
         if (scalar("SELECT COUNT(*) FROM schema_migrations WHERE version = ?", {std::int64_t(m.version)}) > 0)
             continue;
         transaction([&] {

@@ -124,6 +124,40 @@ CREATE TABLE user_popups (
 );
 CREATE INDEX user_popups_user ON user_popups(user_id);
 )sql"},
+        {20, "account_details", R"sql(
+ALTER TABLE users ADD COLUMN etk_sms INTEGER;
+ALTER TABLE users ADD COLUMN etk_email INTEGER;
+ALTER TABLE users ADD COLUMN etk_advertising INTEGER;
+ALTER TABLE users ADD COLUMN etk_answered_at TEXT;
+ALTER TABLE users ADD COLUMN terms_accepted_at TEXT;
+ALTER TABLE users ADD COLUMN dealer_name TEXT;
+ALTER TABLE users ADD COLUMN tax_number TEXT;
+ALTER TABLE users ADD COLUMN tc_no TEXT;
+CREATE UNIQUE INDEX users_tax_number ON users(tax_number) WHERE tax_number IS NOT NULL;
+CREATE TABLE registration_fields (
+    id INTEGER PRIMARY KEY,
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    produce_id INTEGER NOT NULL REFERENCES produces(id),
+    size REAL NOT NULL,
+    aps TEXT NOT NULL DEFAULT '[]',
+    created_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%S', 'now'))
+);
+CREATE INDEX registration_fields_user ON registration_fields(user_id);
+)sql"},
+        {21, "notifications", R"sql(
+CREATE TABLE notifications (
+    id INTEGER PRIMARY KEY,
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    message TEXT NOT NULL,
+    read INTEGER NOT NULL DEFAULT 0,
+    created_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%S', 'now'))
+);
+CREATE INDEX notifications_user ON notifications(user_id, id);
+)sql"},
+        // The first legal texts were short drafts; removing them lets the seed put the full ones in.
+        {22, "full_legal_texts", R"sql(
+DELETE FROM pages WHERE slug IN ('conditions-of-use', 'kvkk', 'etk', 'yarisma-kosullar');
+)sql"},
     };
     return list;
 }

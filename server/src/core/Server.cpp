@@ -1,8 +1,11 @@
 #include "core/Server.h"
 
 #include "accounts/Accounts.h"
+#include "accounts/Dealers.h"
 #include "accounts/DemoAccounts.h"
 #include "accounts/Login.h"
+#include "accounts/Profile.h"
+#include "accounts/Registration.h"
 #include "content/Pages.h"
 #include "conversations/Unread.h"
 #include "core/ApiCall.h"
@@ -13,6 +16,7 @@
 #include "core/Migrations.h"
 #include "core/StaticFiles.h"
 #include "farms/Produces.h"
+#include "notifications/Notifications.h"
 #include "regions/RegionCommands.h"
 #include "regions/Regions.h"
 #include "system/Popups.h"
@@ -118,6 +122,7 @@ struct Server::Impl {
             opened->migrate(migrations());
             regions::seed(*opened, dataDir);
             accounts::seedDemoAccounts(*opened);
+            notifications::seedDemoNotifications(*opened);
             sys::Settings(*opened).seed();
             sys::seedPopups(*opened);
             farms::seedProduces(*opened);
@@ -128,6 +133,10 @@ struct Server::Impl {
             });
             sys::registerCommands(*table, *opened);
             accounts::registerLoginCommands(*table, *opened, {options.clock, smsSink()});
+            accounts::registerRegistrationCommands(*table, *opened, options.clock);
+            accounts::registerProfileCommands(*table, *opened);
+            accounts::registerDealerCommands(*table, *opened);
+            notifications::registerNotificationCommands(*table, *opened);
             regions::registerCommands(*table, *opened);
             farms::registerProduceCommands(*table, *opened);
             content::registerPageCommands(*table, *opened);
@@ -316,6 +325,37 @@ struct Server::Impl {
             return sendJson(
                 res, envelope::success(Json{{"popup", sys::currentPopup(db, userId, requestBaseUrl(req))}}));
         }
+        if (name == "activate") {
+            // The company's approval of a registered dealer; "phone" in the body or the query.
+            std::string phone = textMember(*body, "phone");
+            if (phone.empty()) phone = req.get_param_value("phone");
+            const auto result = accounts::activateDealer(db, phone);
+            if (result == accounts::Activation::NotFound)
+                return sendJson(
+                    res,
+                    envelope::rejection("Bu numara ile kayıtlı bir bayi bulunamadı.",
+                                        {{"phone", "Bu numara ile kayıtlı bir bayi bulunamadı."}}),
+                    400);
+            return sendJson(
+                res, envelope::success(Json{{"phone", phone},
+                                            {"active", true},
+                                            {"activated", result == accounts::Activation::Activated}}));
+        }
+        if (name == "notify") {
+            const std::string phone = textMember(*body, "phone");
+            const std::string message = textMember(*body, "message");
+            const auto userId = db.scalar("SELECT id FROM users WHERE phone = ?", {phone});
+            if (!userId)
+                return sendJson(res, envelope::rejection("Hesap bulunamadı", {{"phone", "Hesap bulunamadı"}}),
+                                400);
+            if (message.empty())
+                return sendJson(res,
+                                envelope::rejection("Bildirim metnini giriniz",
+                                                    {{"message", "Bildirim metnini giriniz"}}),
+                                400);
+            notifications::notify(db, userId, message);
+            return sendJson(res, envelope::success(notifications::list(db, userId, false)));
+        }
         if (name == "version") {
             const std::string version = textMember(*body, "version");
             if (version.empty())
@@ -478,6 +518,10 @@ bool Server::setPopupActiveFor(const std::string& phone, bool on) {
     Database& db = d->database();
     const auto userId = db.scalar("SELECT id FROM users WHERE phone = ?", {phone});
     return userId && sys::setPopupActiveFor(db, sys::CampaignPopupCode, userId, on);
+}
+
+bool Server::activateDealer(const std::string& phone) {
+    return accounts::activateDealer(d->database(), phone) != accounts::Activation::NotFound;
 }
 
 void Server::setPublishedVersion(std::string version) {

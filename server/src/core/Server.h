@@ -45,6 +45,8 @@ public:
     void setPopupActive(bool on);
     // The seeded campaign popup for the account of this phone only; false for an unknown phone.
     bool setPopupActiveFor(const std::string& phone, bool on);
+    // Opens a registered dealer's account; false for a phone without a dealer account.
+    bool activateDealer(const std::string& phone);
     // What the app's update check reads.
     void setPublishedVersion(std::string version);
 
