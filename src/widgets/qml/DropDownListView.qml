@@ -10,19 +10,30 @@ Item {
     property var senders: []
     property QtObject shown: null
 
-    onModelChanged: if (model) shown = model
-    onShownChanged: syncSenderFrame()
-    onSenderItemChanged: syncSenderFrame()
-    onWidthChanged: syncSenderFrame()
-    onHeightChanged: syncSenderFrame()
-    Component.onCompleted: syncSenderFrame()
+    // The button is looked up again whenever the list changes: a screen may hand the list over before
+    // showing it.
+    property Item senderItem: null
 
-    readonly property Item senderItem: {
-        if (!shown) return null
-        for (var i = 0; i < senders.length; ++i)
-            if (senders[i] && senders[i].model === shown.btnSender) return senders[i]
-        return null
+    onModelChanged: if (model) shown = model
+    onShownChanged: refresh()
+    onSendersChanged: refresh()
+    onWidthChanged: refresh()
+    onHeightChanged: refresh()
+    Component.onCompleted: refresh()
+    Connections {
+        target: root.shown
+        function onChanged() { root.refresh() }
     }
+
+    function refresh() {
+        var found = null
+        if (shown)
+            for (var i = 0; i < senders.length; ++i)
+                if (senders[i] && senders[i].model === shown.btnSender) found = senders[i]
+        if (senderItem !== found) senderItem = found
+        syncSenderFrame()
+    }
+
     readonly property bool up: shown !== null && shown.animationDirection === "up"
     readonly property bool down: shown !== null && shown.animationDirection === "down"
 
