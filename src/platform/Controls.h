@@ -242,10 +242,14 @@ private:
 class BarButtonItem : public Button {
     Q_OBJECT
     Q_PROPERTY(QString badgeValue READ badgeValue WRITE setBadgeValue NOTIFY changed)
+    Q_PROPERTY(QUrl overlaySource READ overlaySource CONSTANT)
 public:
     using Button::Button;
     QString badgeValue() const { return m_badge; }
     void setBadgeValue(const QString& b) { set(m_badge, b); }
+    // An arrangement of the item's own drawn over its button, with the item as its model (a badge that
+    // behaves otherwise than the plain one); empty for the plain badge.
+    virtual QUrl overlaySource() const { return {}; }
 
 private:
     QString m_badge;
