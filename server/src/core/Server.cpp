@@ -12,6 +12,9 @@
 #include "core/Envelope.h"
 #include "core/Migrations.h"
 #include "core/StaticFiles.h"
+#include "farms/Calendar.h"
+#include "farms/Documents.h"
+#include "farms/Farms.h"
 #include "farms/Produces.h"
 #include "regions/RegionCommands.h"
 #include "regions/Regions.h"
@@ -119,6 +122,7 @@ struct Server::Impl {
             sys::Settings(*opened).seed();
             sys::seedPopups(*opened);
             farms::seedProduces(*opened);
+            farms::seedCalendar(*opened);
             content::seedPages(*opened);
 
             auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
@@ -128,6 +132,7 @@ struct Server::Impl {
             accounts::registerLoginCommands(*table, *opened, {options.clock, smsSink()});
             regions::registerCommands(*table, *opened);
             farms::registerProduceCommands(*table, *opened);
+            farms::registerFarmCommands(*table, *opened, options.clock);
             content::registerPageCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
 
@@ -193,6 +198,9 @@ struct Server::Impl {
             if ((method == "GET" || method == "HEAD") && serveStatic(path.substr(8), res)) return;
         } else if (demo) {
             return demoControl(req, res);
+        } else if (method == "GET" || method == "HEAD") {
+            if (auto document = farms::calendarDocument(database(), path))
+                return res.set_content(std::move(document->body), document->contentType);
         }
         notFound(res);
     }
