@@ -385,6 +385,9 @@ struct Server::Impl {
             server.set_logger(
                 [this](const httplib::Request& req, const httplib::Response& res) { logLine(req, res); });
         server.set_payload_max_length(64 * 1024 * 1024);
+        // Headers and body go out in separate writes; without this each reply on a kept-alive
+        // connection waits for the client's delayed acknowledgement (some 40 ms).
+        server.set_tcp_nodelay(true);
         // httplib's default adds SO_REUSEPORT, which lets a second service bind the same port and
         // silently share its connections. A restart may reuse the address, nothing more.
         server.set_socket_options([](socket_t sock) {
