@@ -40,7 +40,8 @@ std::string str(const Json& value) {
 // The checks a PDF reader makes first: header, trailer, and every cross-reference entry pointing at
 // its object.
 bool wellFormedPdf(const std::string& pdf, int* pages = nullptr) {
-    if (pdf.rfind("%PDF-1.", 0) != 0 || pdf.size() < 6 || pdf.substr(pdf.size() - 6) != "%%EOF\n") return false;
+    if (pdf.rfind("%PDF-1.", 0) != 0 || pdf.size() < 6 || pdf.substr(pdf.size() - 6) != "%%EOF\n")
+        return false;
     const auto startxref = pdf.rfind("startxref\n");
     if (startxref == std::string::npos) return false;
     const size_t xref = std::stoul(pdf.substr(startxref + 10));
@@ -70,7 +71,9 @@ class FarmsTest : public QObject {
     std::unique_ptr<Server> m_server;
     std::unique_ptr<httplib::Client> m_client;
 
-    static httplib::Headers bearer(const std::string& token) { return {{"Authorization", "Bearer " + token}}; }
+    static httplib::Headers bearer(const std::string& token) {
+        return {{"Authorization", "Bearer " + token}};
+    }
     Reply get(const std::string& target, const std::string& token = {}) {
         return Reply::from(m_client->Get(target.c_str(), token.empty() ? httplib::Headers{} : bearer(token)));
     }
@@ -121,8 +124,9 @@ private slots:
         const Json list = farms(Farmer);
         QCOMPARE(int(list.size()), 2);
         for (const auto& farm : list) {
-            QVERIFY((keys(farm) == std::vector<std::string>{"id", "name", "range", "aps", "image", "period",
-                                                            "period_pdf", "periodId", "produceId", "produce"}));
+            QVERIFY(
+                (keys(farm) == std::vector<std::string>{"id", "name", "range", "aps", "image", "period",
+                                                        "period_pdf", "periodId", "produceId", "produce"}));
             QVERIFY(farm["id"].is_number_integer() && farm["range"].is_number() && farm["aps"].is_array());
             QVERIFY(served(farm["image"].get<std::string>(), "image/svg+xml"));
             QVERIFY(served(farm["produce"]["image"].get<std::string>(), "image/svg+xml"));
@@ -130,7 +134,8 @@ private slots:
         }
         // Wheat opens the calendar; sugar beet opens its period's document.
         QCOMPARE(q(list[0].dump()).contains(R"("name":"Buğday","range":180,)"), true);
-        QCOMPARE(q(list[0]["aps"][0].dump()), QStringLiteral(R"({"id":109,"name":"Mirelo<sup>&reg;</sup> 45 OD"})"));
+        QCOMPARE(q(list[0]["aps"][0].dump()),
+                 QStringLiteral(R"({"id":109,"name":"Mirelo<sup>&reg;</sup> 45 OD"})"));
         QCOMPARE(q(str(list[0]["period"])), QStringLiteral("Kardeşlenme"));
         QVERIFY(list[0]["period_pdf"].is_null());
         const Json document = list[1]["period_pdf"];
@@ -144,12 +149,11 @@ private slots:
     }
 
     void everyCommandNeedsAToken() {
-        for (const char* command :
-             {"farmer/produces", "produce/set", "produce/delete&id=1", "produce/periods&id=1",
-              "produce/set-period&id=1&periodId=104"}) {
+        for (const char* command : {"farmer/produces", "produce/set", "produce/delete&id=1",
+                                    "produce/periods&id=1", "produce/set-period&id=1&periodId=104"}) {
             for (const char* token : {"", "(null)", "unknown"}) {
-                const auto reply = Reply::from(m_client->Get(std::string("/api/?do=") + command,
-                                                             {{"Authorization", std::string("Bearer ") + token}}));
+                const auto reply = Reply::from(m_client->Get(
+                    std::string("/api/?do=") + command, {{"Authorization", std::string("Bearer ") + token}}));
                 QCOMPARE(reply.json["status"].get<int>(), 401);
             }
         }
@@ -160,12 +164,15 @@ private slots:
     void rejectedFarms_data() {
         QTest::addColumn<QString>("body");
         QTest::addColumn<QString>("errors");
-        QTest::newRow("no crop") << R"({"range":10})" << R"({"produceId":"Ürün seçmediniz."})";
+        QTest::newRow("no crop") << R"({"range":10})"
+                                 << R"({"produceId":"Ürün seçmediniz."})";
         QTest::newRow("unknown crop") << R"({"produceId":999,"range":10})"
                                       << R"({"produceId":"Seçtiğiniz ürün bulunamadı."})";
-        QTest::newRow("size 0, as the app sends an empty field") << R"({"produceId":1,"range":0})"
-                                                                 << R"({"range":"Tarla büyüklüğünü girmediniz."})";
-        QTest::newRow("no size") << R"({"produceId":1})" << R"({"range":"Tarla büyüklüğünü girmediniz."})";
+        QTest::newRow("size 0, as the app sends an empty field")
+            << R"({"produceId":1,"range":0})"
+            << R"({"range":"Tarla büyüklüğünü girmediniz."})";
+        QTest::newRow("no size") << R"({"produceId":1})"
+                                 << R"({"range":"Tarla büyüklüğünü girmediniz."})";
         QTest::newRow("size text") << R"({"produceId":1,"range":"abc"})"
                                    << R"({"range":"Tarla büyüklüğünü girmediniz."})";
         QTest::newRow("negative size") << R"({"produceId":1,"range":-5})"
@@ -198,8 +205,9 @@ private slots:
         QCOMPARE(reply.json["status"].get<int>(), 200);
         Json farm = reply.json["data"]["farmerProduce"];
         QCOMPARE(q(farm["range"].dump()), QStringLiteral("12.5"));
-        QCOMPARE(q(farm["aps"].dump()), QStringLiteral(R"([{"id":104,"name":"Sorimet<sup>&reg;</sup> 5 EC"},)"
-                                                       R"({"id":102,"name":"Nodrix<sup>&reg;</sup> 480 SC"}])"));
+        QCOMPARE(q(farm["aps"].dump()),
+                 QStringLiteral(R"([{"id":104,"name":"Sorimet<sup>&reg;</sup> 5 EC"},)"
+                                R"({"id":102,"name":"Nodrix<sup>&reg;</sup> 480 SC"}])"));
         reply = set(Member, {{"produceId", 1}, {"range", 10000}});
         QCOMPARE(reply.json["status"].get<int>(), 200);
         QVERIFY(reply.json["data"]["farmerProduce"]["aps"].empty());
@@ -209,8 +217,9 @@ private slots:
     void atMostThreeFarms() {
         QCOMPARE(set(Farmer, {{"produceId", 4}, {"range", 30}}).json["status"].get<int>(), 200);
         const auto refused = set(Farmer, {{"produceId", 5}, {"range", 30}});
-        QCOMPARE(q(refused.body), QStringLiteral(R"({"status":400,"message":"En fazla 3 tarla ekleyebilirsiniz.",)"
-                                                 R"("errors":{"farms":"En fazla 3 tarla ekleyebilirsiniz."},"data":null})"));
+        QCOMPARE(q(refused.body),
+                 QStringLiteral(R"({"status":400,"message":"En fazla 3 tarla ekleyebilirsiniz.",)"
+                                R"("errors":{"farms":"En fazla 3 tarla ekleyebilirsiniz."},"data":null})"));
         QCOMPARE(int(farms(Farmer).size()), 3);
 
         // A deleted farm frees its place.
@@ -226,8 +235,9 @@ private slots:
         for (int i = 0; i < 6; ++i)
             threads.emplace_back([&, port = m_server->port()] {
                 httplib::Client client("127.0.0.1", port);
-                const auto reply = Reply::from(client.Post("/api/?do=produce/set", bearer(Member),
-                                                           R"({"produceId":9,"range":7})", "application/json"));
+                const auto reply =
+                    Reply::from(client.Post("/api/?do=produce/set", bearer(Member),
+                                            R"({"produceId":9,"range":7})", "application/json"));
                 if (reply.json["status"] == 200) ++created;
             });
         for (auto& thread : threads)
@@ -248,7 +258,9 @@ private slots:
         QCOMPARE(farm["periodId"].get<int>(), 103);
 
         // "aps" left out: the farmer deselected them all.
-        QCOMPARE(set(Farmer, {{"id", std::to_string(wheat)}, {"produceId", 1}, {"range", 150}}).json["status"].get<int>(),
+        QCOMPARE(set(Farmer, {{"id", std::to_string(wheat)}, {"produceId", 1}, {"range", 150}})
+                     .json["status"]
+                     .get<int>(),
                  200);
         QVERIFY(farms(Farmer)[0]["aps"].empty());
 
@@ -257,7 +269,8 @@ private slots:
         QCOMPARE(q(str(farms(Farmer)[0]["name"])), QStringLiteral("Buğday"));
 
         // Another crop starts in its own season: maize in May is coming up.
-        QCOMPARE(set(Farmer, {{"id", wheat}, {"produceId", 3}, {"range", 150}}).json["status"].get<int>(), 200);
+        QCOMPARE(set(Farmer, {{"id", wheat}, {"produceId", 3}, {"range", 150}}).json["status"].get<int>(),
+                 200);
         farm = farms(Farmer)[0];
         QCOMPARE(q(str(farm["name"]) + " " + str(farm["period"]) + " " + str(farm["periodId"])),
                  QStringLiteral("Mısır Çıkış 302"));
@@ -297,7 +310,8 @@ private slots:
             previous = period["id"].get<std::int64_t>();
             names << q(str(period["name"]));
         }
-        QCOMPARE(names.join(","), QStringLiteral("Ekim,Çıkış,Kardeşlenme,Sapa Kalkma,Başaklanma,Olgunlaşma,Hasat"));
+        QCOMPARE(names.join(","),
+                 QStringLiteral("Ekim,Çıkış,Kardeşlenme,Sapa Kalkma,Başaklanma,Olgunlaşma,Hasat"));
 
         QStringList groups;
         for (const auto& group : data["pests"]) {
@@ -326,21 +340,26 @@ private slots:
 
     void choosingAPeriod() {
         const auto wheat = farmOf(Farmer, "Buğday");
-        const std::string setPeriod = "/api/?do=produce/set-period&id=" + std::to_string(wheat) + "&periodId=";
-        QCOMPARE(q(get(setPeriod + "105", Farmer).body),
-                 QStringLiteral(R"({"status":200,"message":"","errors":{},"data":{"periodId":105,"period":"Başaklanma"}})"));
+        const std::string setPeriod =
+            "/api/?do=produce/set-period&id=" + std::to_string(wheat) + "&periodId=";
+        QCOMPARE(
+            q(get(setPeriod + "105", Farmer).body),
+            QStringLiteral(
+                R"({"status":200,"message":"","errors":{},"data":{"periodId":105,"period":"Başaklanma"}})"));
 
         // The pests of the new period come with the next reading, and the home screen shows its name.
         const Json data = periods(Farmer, wheat)["data"];
         QCOMPARE(data["periodId"].get<int>(), 105);
-        QCOMPARE(q(data["pests"][0]["name"].get<std::string>() + ": " + data["pests"][0]["data"][0]["name"].get<std::string>()),
+        QCOMPARE(q(data["pests"][0]["name"].get<std::string>() + ": " +
+                   data["pests"][0]["data"][0]["name"].get<std::string>()),
                  QStringLiteral("Zararlı Canlılar: Süne"));
         QCOMPARE(q(str(farms(Farmer)[0]["period"])), QStringLiteral("Başaklanma"));
 
         // Only a period of the farm's own crop.
         for (const char* period : {"703", "0", "", "abc"}) {
             const auto reply = get(setPeriod + period, Farmer);
-            QCOMPARE(q(reply.json["errors"].dump()), QStringLiteral(R"({"periodId":"Lütfen geçerli bir dönem seçiniz."})"));
+            QCOMPARE(q(reply.json["errors"].dump()),
+                     QStringLiteral(R"({"periodId":"Lütfen geçerli bir dönem seçiniz."})"));
         }
         QCOMPARE(periods(Farmer, wheat)["data"]["periodId"].get<int>(), 105);
 
@@ -354,11 +373,18 @@ private slots:
     void newFarmsStartInTheCropsSeason() {
         // Winter wheat's season runs from October round the year; hazelnut flowers in winter.
         *m_now = EarlyJanuary;
-        QCOMPARE(set(Member, {{"produceId", 1}, {"range", 10}}).json["data"]["farmerProduce"]["periodId"].get<int>(), 103);
-        QCOMPARE(set(Member, {{"produceId", 16}, {"range", 10}}).json["data"]["farmerProduce"]["periodId"].get<int>(), 1601);
+        QCOMPARE(set(Member, {{"produceId", 1}, {"range", 10}})
+                     .json["data"]["farmerProduce"]["periodId"]
+                     .get<int>(),
+                 103);
+        QCOMPARE(set(Member, {{"produceId", 16}, {"range", 10}})
+                     .json["data"]["farmerProduce"]["periodId"]
+                     .get<int>(),
+                 1601);
         *m_now = MidMay;
         const auto wheat = farmOf(Member, "Buğday");
-        QCOMPARE(q(str(set(Member, {{"id", wheat}, {"produceId", 16}, {"range", 10}}).json["data"]["farmerProduce"]["period"])),
+        QCOMPARE(q(str(set(Member, {{"id", wheat}, {"produceId", 16}, {"range", 10}})
+                           .json["data"]["farmerProduce"]["period"])),
                  QStringLiteral("Meyve Tutumu"));
     }
 
@@ -378,7 +404,9 @@ private slots:
             int pests = 0;
             for (const auto& period : calendar["periods"]) {
                 pictures.insert(period["image"].get<std::string>());
-                get("/api/?do=produce/set-period&id=" + std::to_string(farmId) + "&periodId=" + str(period["id"]), Dealer);
+                get("/api/?do=produce/set-period&id=" + std::to_string(farmId) +
+                        "&periodId=" + str(period["id"]),
+                    Dealer);
                 const Json groups = periods(Dealer, farmId)["data"]["pests"];
                 for (const auto& group : groups)
                     for (const auto& pest : group["data"]) {
@@ -390,7 +418,9 @@ private slots:
             QVERIFY2(pests > 0, str(crop["name"]).c_str());
             for (const auto& url : pictures)
                 if (seen.insert(url).second) QVERIFY2(served(url, "image/svg+xml"), url.c_str());
-            QCOMPARE(get("/api/?do=produce/delete&id=" + std::to_string(farmId), Dealer).json["status"].get<int>(), 200);
+            QCOMPARE(
+                get("/api/?do=produce/delete&id=" + std::to_string(farmId), Dealer).json["status"].get<int>(),
+                200);
         }
     }
 
@@ -401,7 +431,8 @@ private slots:
         // Turkish letters beyond Latin-1 go through the fonts' own encoding, never as UTF-8 bytes.
         QVERIFY(reply.body.find("(Sirken) Tj") != std::string::npos);
         QVERIFY(reply.body.find("\xC5\x9F") == std::string::npos);
-        for (const char* path : {"/documents/periods/9999.pdf", "/documents/periods/703", "/documents/periods/x.pdf"})
+        for (const char* path :
+             {"/documents/periods/9999.pdf", "/documents/periods/703", "/documents/periods/x.pdf"})
             QCOMPARE(get(path).http, 404);
 
         // A long text goes on to further pages, and brackets in it stay text.

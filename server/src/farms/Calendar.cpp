@@ -37,8 +37,8 @@ int monthInTurkey(std::int64_t epochSeconds) {
 
 Json cropPeriods(Database& db, std::int64_t produceId, const std::string& baseUrl) {
     Json list = Json::array();
-    for (const auto& row : db.query("SELECT id, name, image_path FROM periods WHERE produce_id = ? ORDER BY id",
-                                    {produceId}))
+    for (const auto& row :
+         db.query("SELECT id, name, image_path FROM periods WHERE produce_id = ? ORDER BY id", {produceId}))
         list.push_back(Json{{"id", row.at("id")},
                             {"name", row.at("name")},
                             {"image", absolute(row.at("image_path"), baseUrl)}});

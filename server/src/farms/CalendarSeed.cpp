@@ -27,6 +27,8 @@ struct PestSeed {
     std::vector<std::int64_t> products;
 };
 
+// The tables keep one record to a line or two.
+// clang-format off
 const std::vector<PestSeed>& pestSeeds() {
     static const std::vector<PestSeed> list = {
         // Weeds
@@ -183,7 +185,8 @@ const std::vector<CropSeed>& cropSeeds() {
           {"Çıkış", "cikis", 11, {"ekin-kambur-bocegi", "tel-kurdu"}},
           {"Kardeşlenme", "kardeslenme", 12,
            {"yabani-yulaf", "gelincik", "yabani-hardal", "septorya-yaprak-lekesi"}},
-          {"Sapa Kalkma", "sapa-kalkma", 4, {"yabani-yulaf", "yaprak-biti", "sari-pas", "septorya-yaprak-lekesi"}},
+          {"Sapa Kalkma", "sapa-kalkma", 4,
+           {"yabani-yulaf", "yaprak-biti", "sari-pas", "septorya-yaprak-lekesi"}},
           {"Başaklanma", "basak", 5, {"sune", "yaprak-biti", "sari-pas"}},
           {"Olgunlaşma", "olgunlasma", 6, {"sune"}},
           {"Hasat", "hasat", 7, {}}}},
@@ -228,7 +231,8 @@ const std::vector<CropSeed>& cropSeeds() {
         {7, "seker-pancari", true,
          {{"Ekim", "ekim", 3, {"tel-kurdu", "kok-ve-kokbogazi-curuklugu"}},
           {"Çıkış", "cikis", 4, {"sirken", "horoz-ibigi", "pancar-pire-bocegi"}},
-          {"Yaprak Gelişimi", "yaprak", 5, {"sirken", "horoz-ibigi", "yaprak-biti", "cercospora-yaprak-lekesi"}},
+          {"Yaprak Gelişimi", "yaprak", 5,
+           {"sirken", "horoz-ibigi", "yaprak-biti", "cercospora-yaprak-lekesi"}},
           {"Sıraların Kapanması", "yaprak", 6, {"cercospora-yaprak-lekesi", "kulleme"}},
           {"Kök Gelişimi", "kok", 7, {"kirmizi-orumcek", "cercospora-yaprak-lekesi", "kulleme"}},
           {"Hasat", "hasat", 9, {}}}},
@@ -298,6 +302,8 @@ const std::vector<CropSeed>& cropSeeds() {
     return list;
 }
 
+// clang-format on
+
 // A period's id: the crop's id times 100 plus its place, so the ids rise in growing order.
 std::int64_t periodId(std::int64_t produceId, size_t place) {
     return produceId * 100 + std::int64_t(place) + 1;
@@ -341,10 +347,10 @@ void seedCalendar(Database& db) {
     db.transaction([&] {
         std::map<std::string, std::int64_t> pestIds;
         for (const auto& pest : pestSeeds()) {
-            db.execute("INSERT INTO pests (slug, name, group_name, image_path, summary) VALUES (?, ?, ?, ?, ?)",
-                       {std::string(pest.slug), std::string(pest.name), std::string(pest.group),
-                        "/static/media/pests/" + std::string(pest.picture) + ".svg",
-                        std::string(pest.summary)});
+            db.execute(
+                "INSERT INTO pests (slug, name, group_name, image_path, summary) VALUES (?, ?, ?, ?, ?)",
+                {std::string(pest.slug), std::string(pest.name), std::string(pest.group),
+                 "/static/media/pests/" + std::string(pest.picture) + ".svg", std::string(pest.summary)});
             const auto id = db.lastInsertId();
             pestIds[pest.slug] = id;
             std::int64_t position = 0;

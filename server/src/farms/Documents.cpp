@@ -12,7 +12,8 @@ namespace {
 
 // The product names carry their registration mark as markup; the PDF shows it as a character.
 std::string plainName(std::string name) {
-    for (auto [markup, plain] : {std::pair<std::string, std::string>{"<sup>&reg;</sup>", "®"}, {"<sup>", ""}, {"</sup>", ""}})
+    for (auto [markup, plain] :
+         {std::pair<std::string, std::string>{"<sup>&reg;</sup>", "®"}, {"<sup>", ""}, {"</sup>", ""}})
         for (size_t at; (at = name.find(markup)) != std::string::npos;)
             name.replace(at, markup.size(), plain);
     return name;
@@ -22,20 +23,30 @@ std::string escaped(const std::string& text) {
     std::string out;
     for (char c : text) {
         switch (c) {
-        case '&': out += "&amp;"; break;
-        case '<': out += "&lt;"; break;
-        case '>': out += "&gt;"; break;
-        case '"': out += "&quot;"; break;
-        default: out += c;
+        case '&':
+            out += "&amp;";
+            break;
+        case '<':
+            out += "&lt;";
+            break;
+        case '>':
+            out += "&gt;";
+            break;
+        case '"':
+            out += "&quot;";
+            break;
+        default:
+            out += c;
         }
     }
     return out;
 }
 
 std::optional<Document> periodDocument(Database& db, std::int64_t periodId) {
-    auto period = db.queryRow("SELECT pe.name, p.name AS crop FROM periods pe JOIN produces p ON p.id = pe.produce_id"
-                              " WHERE pe.id = ?",
-                              {periodId});
+    auto period =
+        db.queryRow("SELECT pe.name, p.name AS crop FROM periods pe JOIN produces p ON p.id = pe.produce_id"
+                    " WHERE pe.id = ?",
+                    {periodId});
     if (!period) return std::nullopt;
     const std::string crop = period->at("crop").get<std::string>();
     const std::string name = period->at("name").get<std::string>();
@@ -51,7 +62,8 @@ std::optional<Document> periodDocument(Database& db, std::int64_t periodId) {
         text.push_back({group.at("name").get<std::string>(), 13, true, 14});
         for (const auto& pest : group.at("data")) {
             text.push_back({pest.at("name").get<std::string>(), 11, true, 8});
-            auto summary = db.queryRow("SELECT summary FROM pests WHERE id = ?", {pest.at("id").get<std::int64_t>()});
+            auto summary =
+                db.queryRow("SELECT summary FROM pests WHERE id = ?", {pest.at("id").get<std::int64_t>()});
             if (summary) text.push_back({summary->at("summary").get<std::string>(), 10, false, 2});
             std::string products;
             for (const auto& product : pest.at("aps"))
@@ -60,28 +72,32 @@ std::optional<Document> periodDocument(Database& db, std::int64_t periodId) {
         }
     }
     if (groups.empty())
-        text.push_back({"Bu dönemde öne çıkan bir zirai sorun beklenmiyor. Tarlanızı düzenli olarak gözlemlemeyi "
-                        "sürdürün.",
-                        10, false, 14});
-    text.push_back({"Ürünleri etiketinde belirtilen doz ve hasat öncesi bekleme sürelerine uyarak kullanınız. "
-                    "Sorularınızı Mesajlarım bölümünden ziraat mühendislerimize iletebilirsiniz.",
-                    9, false, 20});
+        text.push_back(
+            {"Bu dönemde öne çıkan bir zirai sorun beklenmiyor. Tarlanızı düzenli olarak gözlemlemeyi "
+             "sürdürün.",
+             10, false, 14});
+    text.push_back(
+        {"Ürünleri etiketinde belirtilen doz ve hasat öncesi bekleme sürelerine uyarak kullanınız. "
+         "Sorularınızı Mesajlarım bölümünden ziraat mühendislerimize iletebilirsiniz.",
+         9, false, 20});
     return Document{"application/pdf", pdf::textDocument(crop + " - " + name + " Dönemi", text)};
 }
 
 std::optional<Document> pestPage(Database& db, const std::string& slug) {
-    auto pest = db.queryRow("SELECT id, name, group_name, image_path, summary FROM pests WHERE slug = ?", {slug});
+    auto pest =
+        db.queryRow("SELECT id, name, group_name, image_path, summary FROM pests WHERE slug = ?", {slug});
     if (!pest) return std::nullopt;
     const auto id = pest->at("id").get<std::int64_t>();
 
     std::string seasons;
-    for (const auto& row : db.query("SELECT crop, group_concat(period, ', ') AS periods FROM"
-                                    " (SELECT p.id AS produce_id, p.sort_order, p.name AS crop, pe.name AS period"
-                                    "  FROM period_pests pp JOIN periods pe ON pe.id = pp.period_id"
-                                    "  JOIN produces p ON p.id = pe.produce_id WHERE pp.pest_id = ?"
-                                    "  ORDER BY p.sort_order, pe.id)"
-                                    " GROUP BY produce_id ORDER BY sort_order",
-                                    {id}))
+    for (const auto& row :
+         db.query("SELECT crop, group_concat(period, ', ') AS periods FROM"
+                  " (SELECT p.id AS produce_id, p.sort_order, p.name AS crop, pe.name AS period"
+                  "  FROM period_pests pp JOIN periods pe ON pe.id = pp.period_id"
+                  "  JOIN produces p ON p.id = pe.produce_id WHERE pp.pest_id = ?"
+                  "  ORDER BY p.sort_order, pe.id)"
+                  " GROUP BY produce_id ORDER BY sort_order",
+                  {id}))
         seasons += "<li><b>" + escaped(row.at("crop").get<std::string>()) + ":</b> " +
                    escaped(row.at("periods").get<std::string>()) + "</li>";
 
@@ -90,8 +106,8 @@ std::optional<Document> pestPage(Database& db, const std::string& slug) {
     for (const auto& row : db.query("SELECT a.id, a.name FROM pest_aps pa JOIN aps a ON a.id = pa.ap_id"
                                     " WHERE pa.pest_id = ? ORDER BY pa.position",
                                     {id}))
-        products += "<li><img src=\"" + productPicturePath(row.at("id").get<std::int64_t>()) + "\" alt=\"\"><span>" +
-                    row.at("name").get<std::string>() + "</span></li>";
+        products += "<li><img src=\"" + productPicturePath(row.at("id").get<std::int64_t>()) +
+                    "\" alt=\"\"><span>" + row.at("name").get<std::string>() + "</span></li>";
 
     const std::string name = escaped(pest->at("name").get<std::string>());
     std::string html =
@@ -115,9 +131,11 @@ std::optional<Document> pestPage(Database& db, const std::string& slug) {
     html += "<div><h1>" + name + "</h1><p>" + escaped(pest->at("group_name").get<std::string>()) +
             "</p></div></header><main><p>" + escaped(pest->at("summary").get<std::string>()) + "</p>";
     if (!seasons.empty()) html += "<h2>Görüldüğü dönemler</h2><ul>" + seasons + "</ul>";
-    if (!products.empty()) html += "<h2>Önerilen ürünlerimiz</h2><ul class=\"products\">" + products + "</ul>";
-    html += "<p><small>Ürünleri etiketinde belirtilen doz ve bekleme sürelerine uyarak kullanınız.</small></p>"
-            "</main></body></html>\n";
+    if (!products.empty())
+        html += "<h2>Önerilen ürünlerimiz</h2><ul class=\"products\">" + products + "</ul>";
+    html +=
+        "<p><small>Ürünleri etiketinde belirtilen doz ve bekleme sürelerine uyarak kullanınız.</small></p>"
+        "</main></body></html>\n";
     return Document{"text/html; charset=utf-8", std::move(html)};
 }
 

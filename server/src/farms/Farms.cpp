@@ -126,27 +126,27 @@ void storeProducts(Database& db, std::int64_t farmId, const std::vector<std::int
 
 Json records(Database& db, std::int64_t userId, std::optional<std::int64_t> onlyFarm,
              const std::string& baseUrl) {
-    const std::string filter = onlyFarm ? " AND f.id = ?" : "";
+    const std::string where = onlyFarm ? " WHERE f.user_id = ? AND f.id = ?" : " WHERE f.user_id = ?";
     std::vector<SqlValue> args = {userId};
     if (onlyFarm) args.push_back(*onlyFarm);
 
+    const std::string productsSql = "SELECT fa.farm_id, a.id, a.name FROM farms f"
+                                    " JOIN farm_aps fa ON fa.farm_id = f.id JOIN aps a ON a.id = fa.ap_id" +
+                                    where + " ORDER BY fa.farm_id, fa.position";
     std::map<std::int64_t, Json> products;
-    for (const auto& row : db.query("SELECT fa.farm_id, a.id, a.name FROM farms f"
-                                    " JOIN farm_aps fa ON fa.farm_id = f.id JOIN aps a ON a.id = fa.ap_id"
-                                    " WHERE f.user_id = ?" + filter + " ORDER BY fa.farm_id, fa.position",
-                                    args))
+    for (const auto& row : db.query(productsSql, args))
         products[row.at("farm_id").get<std::int64_t>()].push_back(
             Json{{"id", row.at("id")}, {"name", row.at("name")}});
 
+    const std::string farmsSql =
+        "SELECT f.id, f.size_dekar, f.period_id, p.id AS produce_id, p.name,"
+        " p.image_path, c.farm_image_path, c.period_documents, pe.name AS period_name"
+        " FROM farms f JOIN produces p ON p.id = f.produce_id"
+        " LEFT JOIN crop_calendars c ON c.produce_id = f.produce_id"
+        " LEFT JOIN periods pe ON pe.id = f.period_id" +
+        where + " ORDER BY f.id";
     Json list = Json::array();
-    for (const auto& row :
-         db.query("SELECT f.id, f.size_dekar, f.period_id, p.id AS produce_id, p.name, p.image_path,"
-                  " c.farm_image_path, c.period_documents, pe.name AS period_name"
-                  " FROM farms f JOIN produces p ON p.id = f.produce_id"
-                  " LEFT JOIN crop_calendars c ON c.produce_id = f.produce_id"
-                  " LEFT JOIN periods pe ON pe.id = f.period_id"
-                  " WHERE f.user_id = ?" + filter + " ORDER BY f.id",
-                  args)) {
+    for (const auto& row : db.query(farmsSql, args)) {
         const auto id = row.at("id").get<std::int64_t>();
         const Json& periodId = row.at("period_id");
         Json document = nullptr;
@@ -235,6 +235,47 @@ Json farmRecords(Database& db, std::int64_t userId, const std::string& baseUrl) 
     return records(db, userId, std::nullopt, baseUrl);
 }
 
+namespace {
+
+struct Saved {
+    std::optional<Json> refusal;
+    std::int64_t farmId = 0;
+};
+
+// `produce/set`: creates a farm, or with "id" updates one of the caller's. "aps" left out means no
+// products: the app sends none when the farmer has deselected them all. Runs in a transaction, so
+// that two requests together cannot pass the limit.
+Saved saveFarm(Database& db, const ApiCall& call, int month) {
+    std::optional<Json> existing;
+    if (call.params.contains("id") && !call.params.at("id").is_null()) {
+        existing = ownFarm(db, call);
+        if (!existing) return {rejected("id", FarmNotFound)};
+    } else if (db.scalar("SELECT COUNT(*) FROM farms WHERE user_id = ?", {call.userId}) >= MaxFarms) {
+        return {rejected("farms", TooManyFarms)};
+    }
+
+    envelope::FieldErrors errors;
+    auto farm = readFarm(db, call.params, errors);
+    if (!farm) return {rejected(errors)};
+    if (!existing) return {std::nullopt, createFarm(db, call.userId, *farm, month)};
+
+    const auto id = existing->at("id").get<std::int64_t>();
+    SqlValue period = existing->at("period_id").is_null()
+                          ? SqlValue(nullptr)
+                          : SqlValue(existing->at("period_id").get<std::int64_t>());
+    // Another crop has other periods: the farm starts in the new crop's season.
+    if (existing->at("produce_id") != farm->produceId) {
+        auto seasonal = seasonalPeriod(db, farm->produceId, month);
+        period = seasonal ? SqlValue(*seasonal) : SqlValue(nullptr);
+    }
+    db.execute("UPDATE farms SET produce_id = ?, size_dekar = ?, period_id = ? WHERE id = ?",
+               {farm->produceId, farm->size, period, id});
+    storeProducts(db, id, farm->products);
+    return {std::nullopt, id};
+}
+
+} // namespace
+
 void registerFarmCommands(Dispatch& dispatch, Database& db, Clock clock) {
     if (!clock) clock = systemSeconds;
 
@@ -242,49 +283,13 @@ void registerFarmCommands(Dispatch& dispatch, Database& db, Clock clock) {
         return envelope::success(Json{{"farmerProduces", farmRecords(db, call.userId, call.baseUrl)}});
     });
 
-    // Creates a farm, or with "id" updates one of the caller's. "aps" left out means no products:
-    // the app sends none when the farmer has deselected them all.
     dispatch.add("produce/set", true, [&db, clock](const ApiCall& call) {
         auto guard = db.lock();
-        std::optional<std::int64_t> farmId;
-        std::optional<Json> refusal;
-        db.transaction([&] {
-            const bool update = call.params.contains("id") && !call.params.at("id").is_null();
-            std::optional<Json> existing;
-            if (update && !(existing = ownFarm(db, call))) {
-                refusal = rejected("id", FarmNotFound);
-                return;
-            }
-            if (!update && db.scalar("SELECT COUNT(*) FROM farms WHERE user_id = ?", {call.userId}) >= MaxFarms) {
-                refusal = rejected("farms", TooManyFarms);
-                return;
-            }
-            envelope::FieldErrors errors;
-            auto farm = readFarm(db, call.params, errors);
-            if (!farm) {
-                refusal = rejected(errors);
-                return;
-            }
-            if (!update) {
-                farmId = createFarm(db, call.userId, *farm, monthInTurkey(clock()));
-                return;
-            }
-            farmId = existing->at("id").get<std::int64_t>();
-            // Another crop has other periods: the farm starts in the new crop's season.
-            SqlValue period = existing->at("period_id").is_null()
-                                  ? SqlValue(nullptr)
-                                  : SqlValue(existing->at("period_id").get<std::int64_t>());
-            if (existing->at("produce_id") != farm->produceId) {
-                auto seasonal = seasonalPeriod(db, farm->produceId, monthInTurkey(clock()));
-                period = seasonal ? SqlValue(*seasonal) : SqlValue(nullptr);
-            }
-            db.execute("UPDATE farms SET produce_id = ?, size_dekar = ?, period_id = ? WHERE id = ?",
-                       {farm->produceId, farm->size, period, *farmId});
-            storeProducts(db, *farmId, farm->products);
-        });
-        if (refusal) return *refusal;
+        Saved saved;
+        db.transaction([&] { saved = saveFarm(db, call, monthInTurkey(clock())); });
+        if (saved.refusal) return *saved.refusal;
         return envelope::success(
-            Json{{"farmerProduce", records(db, call.userId, farmId, call.baseUrl).at(0)}});
+            Json{{"farmerProduce", records(db, call.userId, saved.farmId, call.baseUrl).at(0)}});
     });
 
     dispatch.add("produce/delete", true, [&db](const ApiCall& call) {
@@ -303,8 +308,8 @@ void registerFarmCommands(Dispatch& dispatch, Database& db, Clock clock) {
         return envelope::success(Json{
             {"periodId", period.is_null() ? Json(0) : period},
             {"periods", cropPeriods(db, farm->at("produce_id").get<std::int64_t>(), call.baseUrl)},
-            {"pests", period.is_null() ? Json::array()
-                                       : pestGroups(db, period.get<std::int64_t>(), call.baseUrl)},
+            {"pests",
+             period.is_null() ? Json::array() : pestGroups(db, period.get<std::int64_t>(), call.baseUrl)},
         });
     });
 
@@ -317,7 +322,8 @@ void registerFarmCommands(Dispatch& dispatch, Database& db, Clock clock) {
                                              {*periodId, farm->at("produce_id").get<std::int64_t>()})
                                : std::nullopt;
         if (!period) return rejected("periodId", UnknownPeriod);
-        db.execute("UPDATE farms SET period_id = ? WHERE id = ?", {*periodId, farm->at("id").get<std::int64_t>()});
+        db.execute("UPDATE farms SET period_id = ? WHERE id = ?",
+                   {*periodId, farm->at("id").get<std::int64_t>()});
         return envelope::success(Json{{"periodId", period->at("id")}, {"period", period->at("name")}});
     });
 }

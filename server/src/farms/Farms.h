@@ -18,7 +18,7 @@ inline constexpr double MaxSizeDekar = 10000;
 // A farm as a client sends it, read and checked.
 struct FarmInput {
     std::int64_t produceId = 0;
-    double size = 0;                   // dekar
+    double size = 0;                    // dekar
     std::vector<std::int64_t> products; // `aps` ids, without repeats, in the order sent
 };
 

@@ -16,8 +16,15 @@ std::vector<std::uint32_t> codePoints(const std::string& utf8) {
     std::vector<std::uint32_t> out;
     for (size_t i = 0; i < utf8.size();) {
         const auto lead = static_cast<unsigned char>(utf8[i]);
-        const int length = lead < 0x80 ? 1 : (lead >> 5) == 0x6 ? 2 : (lead >> 4) == 0xE ? 3 : (lead >> 3) == 0x1E ? 4 : 0;
-        std::uint32_t cp = length == 1 ? lead : length == 2 ? lead & 0x1F : length == 3 ? lead & 0x0F : lead & 0x07;
+        const int length = lead < 0x80           ? 1
+                           : (lead >> 5) == 0x6  ? 2
+                           : (lead >> 4) == 0xE  ? 3
+                           : (lead >> 3) == 0x1E ? 4
+                                                 : 0;
+        std::uint32_t cp = length == 1   ? lead
+                           : length == 2 ? lead & 0x1F
+                           : length == 3 ? lead & 0x0F
+                                         : lead & 0x07;
         bool valid = length > 0 && i + size_t(length) <= utf8.size();
         for (int k = 1; valid && k < length; ++k) {
             const auto next = static_cast<unsigned char>(utf8[i + size_t(k)]);
@@ -39,14 +46,30 @@ std::string encode(const std::string& utf8) {
     std::string out;
     for (auto cp : codePoints(utf8)) {
         switch (cp) {
-        case 0x011E: out += char(208); break; // Ğ
-        case 0x0130: out += char(221); break; // İ
-        case 0x015E: out += char(222); break; // Ş
-        case 0x011F: out += char(240); break; // ğ
-        case 0x0131: out += char(253); break; // ı
-        case 0x015F: out += char(254); break; // ş
-        case 0x2013: out += char(150); break; // en dash
-        case 0x2022: out += char(149); break; // bullet
+        case 0x011E:
+            out += char(208);
+            break; // Ğ
+        case 0x0130:
+            out += char(221);
+            break; // İ
+        case 0x015E:
+            out += char(222);
+            break; // Ş
+        case 0x011F:
+            out += char(240);
+            break; // ğ
+        case 0x0131:
+            out += char(253);
+            break; // ı
+        case 0x015F:
+            out += char(254);
+            break; // ş
+        case 0x2013:
+            out += char(150);
+            break; // en dash
+        case 0x2022:
+            out += char(149);
+            break; // bullet
         default:
             if (cp >= 0x20 && cp < 0x7F)
                 out += char(cp);
@@ -106,7 +129,8 @@ std::vector<std::string> wrap(const std::string& encoded, double size, bool bold
             word.erase(0, perLine);
         }
         if (word.empty()) continue;
-        if (!line.empty() && line.size() + 1 + word.size() > perLine) lines.push_back(std::move(line)), line.clear();
+        if (!line.empty() && line.size() + 1 + word.size() > perLine)
+            lines.push_back(std::move(line)), line.clear();
         line += (line.empty() ? "" : " ") + word;
     }
     if (!line.empty()) lines.push_back(std::move(line));
@@ -161,13 +185,15 @@ std::string textDocument(const std::string& title, const std::vector<Paragraph>&
         kids += (i ? " " : "") + std::to_string(6 + 2 * i) + " 0 R";
     objects.push_back("<< /Type /Catalog /Pages 2 0 R >>");
     objects.push_back("<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(pages.size()) + " >>");
-    objects.push_back(std::string("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding ") + Encoding + " >>");
-    objects.push_back(std::string("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica-Bold /Encoding ") + Encoding +
-                      " >>");
+    objects.push_back(std::string("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding ") +
+                      Encoding + " >>");
+    objects.push_back(std::string("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica-Bold /Encoding ") +
+                      Encoding + " >>");
     objects.push_back("<< /Title " + infoText(title) + " /Producer (Ekinora) >>");
     for (size_t i = 0; i < pages.size(); ++i) {
         objects.push_back("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 " + number(PageWidth) + " " +
-                          number(PageHeight) + "] /Resources << /Font << /F1 3 0 R /F2 4 0 R >> >> /Contents " +
+                          number(PageHeight) +
+                          "] /Resources << /Font << /F1 3 0 R /F2 4 0 R >> >> /Contents " +
                           std::to_string(7 + 2 * i) + " 0 R >>");
         objects.push_back("<< /Length " + std::to_string(pages[i].size()) + " >>\nstream\n" + pages[i] +
                           "endstream");
@@ -187,8 +213,8 @@ std::string textDocument(const std::string& title, const std::vector<Paragraph>&
         std::snprintf(entry, sizeof entry, "%010zu 00000 n \n", offset);
         out += entry;
     }
-    out += "trailer\n<< /Size " + std::to_string(objects.size() + 1) + " /Root 1 0 R /Info 5 0 R >>\nstartxref\n" +
-           std::to_string(xref) + "\n%%EOF\n";
+    out += "trailer\n<< /Size " + std::to_string(objects.size() + 1) +
+           " /Root 1 0 R /Info 5 0 R >>\nstartxref\n" + std::to_string(xref) + "\n%%EOF\n";
     return out;
 }
 
