@@ -124,6 +124,60 @@ CREATE TABLE user_popups (
 );
 CREATE INDEX user_popups_user ON user_popups(user_id);
 )sql"},
+        {10, "crop_calendar", R"sql(
+-- period_documents: farms of this crop open the current period's document instead of the calendar.
+CREATE TABLE crop_calendars (
+    produce_id INTEGER PRIMARY KEY REFERENCES produces(id),
+    farm_image_path TEXT,
+    period_documents INTEGER NOT NULL DEFAULT 0
+);
+-- Within a crop the ids rise in growing order: the app tells past from future by comparing them.
+CREATE TABLE periods (
+    id INTEGER PRIMARY KEY,
+    produce_id INTEGER NOT NULL REFERENCES produces(id),
+    name TEXT NOT NULL,
+    image_path TEXT,
+    start_month INTEGER NOT NULL CHECK (start_month BETWEEN 1 AND 12)
+);
+CREATE INDEX periods_produce ON periods(produce_id, id);
+CREATE TABLE pests (
+    id INTEGER PRIMARY KEY,
+    slug TEXT NOT NULL UNIQUE,
+    name TEXT NOT NULL,
+    group_name TEXT NOT NULL, -- "Yabancı Otlar", "Zararlı Canlılar" or a disease group
+    image_path TEXT,
+    summary TEXT NOT NULL DEFAULT ''
+);
+CREATE TABLE period_pests (
+    period_id INTEGER NOT NULL REFERENCES periods(id) ON DELETE CASCADE,
+    pest_id INTEGER NOT NULL REFERENCES pests(id) ON DELETE CASCADE,
+    position INTEGER NOT NULL,
+    PRIMARY KEY (period_id, pest_id)
+);
+CREATE TABLE pest_aps (
+    pest_id INTEGER NOT NULL REFERENCES pests(id) ON DELETE CASCADE,
+    ap_id INTEGER NOT NULL REFERENCES aps(id),
+    position INTEGER NOT NULL,
+    PRIMARY KEY (pest_id, ap_id)
+);
+)sql"},
+        {11, "farms", R"sql(
+CREATE TABLE farms (
+    id INTEGER PRIMARY KEY,
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    produce_id INTEGER NOT NULL REFERENCES produces(id),
+    size_dekar REAL NOT NULL CHECK (size_dekar > 0),
+    period_id INTEGER REFERENCES periods(id),
+    created_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%S', 'now'))
+);
+CREATE INDEX farms_user ON farms(user_id);
+CREATE TABLE farm_aps (
+    farm_id INTEGER NOT NULL REFERENCES farms(id) ON DELETE CASCADE,
+    ap_id INTEGER NOT NULL REFERENCES aps(id),
+    position INTEGER NOT NULL,
+    PRIMARY KEY (farm_id, ap_id)
+);
+)sql"},
         {20, "account_details", R"sql(
 ALTER TABLE users ADD COLUMN etk_sms INTEGER;
 ALTER TABLE users ADD COLUMN etk_email INTEGER;

@@ -15,6 +15,9 @@
 #include "core/Envelope.h"
 #include "core/Migrations.h"
 #include "core/StaticFiles.h"
+#include "farms/Calendar.h"
+#include "farms/Documents.h"
+#include "farms/Farms.h"
 #include "farms/Produces.h"
 #include "notifications/Notifications.h"
 #include "regions/RegionCommands.h"
@@ -126,6 +129,7 @@ struct Server::Impl {
             sys::Settings(*opened).seed();
             sys::seedPopups(*opened);
             farms::seedProduces(*opened);
+            farms::seedCalendar(*opened);
             content::seedPages(*opened);
 
             auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
@@ -139,6 +143,7 @@ struct Server::Impl {
             notifications::registerNotificationCommands(*table, *opened);
             regions::registerCommands(*table, *opened);
             farms::registerProduceCommands(*table, *opened);
+            farms::registerFarmCommands(*table, *opened, options.clock);
             content::registerPageCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
             weatherService = std::make_unique<weather::WeatherService>(*opened, options.clock);
@@ -208,6 +213,9 @@ struct Server::Impl {
             if ((method == "GET" || method == "HEAD") && serveStatic(path.substr(8), res)) return;
         } else if (demo) {
             return demoControl(req, res);
+        } else if (method == "GET" || method == "HEAD") {
+            if (auto document = farms::calendarDocument(database(), path))
+                return res.set_content(std::move(document->body), document->contentType);
         }
         notFound(res);
     }
@@ -440,6 +448,9 @@ struct Server::Impl {
             server.set_logger(
                 [this](const httplib::Request& req, const httplib::Response& res) { logLine(req, res); });
         server.set_payload_max_length(64 * 1024 * 1024);
+        // Headers and body go out in separate writes; without this each reply on a kept-alive
+        // connection waits for the client's delayed acknowledgement (some 40 ms).
+        server.set_tcp_nodelay(true);
         // httplib's default adds SO_REUSEPORT, which lets a second service bind the same port and
         // silently share its connections. A restart may reuse the address, nothing more.
         server.set_socket_options([](socket_t sock) {

@@ -1,0 +1,467 @@
+#include "accounts/DemoAccounts.h"
+#include "core/Server.h"
+#include "farms/Pdf.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "TestSupport.h"
+
+#include <atomic>
+#include <set>
+#include <thread>
+
+using namespace ekinora::server;
+using testing::Json;
+using testing::q;
+using testing::Reply;
+
+namespace {
+
+const std::string Farmer = accounts::demoAccount("farmer").token;
+const std::string Member = accounts::demoAccount("loyalty").token;
+const std::string Dealer = accounts::demoAccount("dealer").token;
+
+// 15 May 2024, noon in Turkey; 10 January 2024.
+constexpr std::int64_t MidMay = 1715763600;
+constexpr std::int64_t EarlyJanuary = 1704877200;
+
+std::vector<std::string> keys(const Json& object) {
+    std::vector<std::string> out;
+    for (auto it = object.begin(); it != object.end(); ++it)
+        out.push_back(it.key());
+    return out;
+}
+
+std::string str(const Json& value) {
+    return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+// The checks a PDF reader makes first: header, trailer, and every cross-reference entry pointing at
+// its object.
+bool wellFormedPdf(const std::string& pdf, int* pages = nullptr) {
+    if (pdf.rfind("%PDF-1.", 0) != 0 || pdf.size() < 6 || pdf.substr(pdf.size() - 6) != "%%EOF\n")
+        return false;
+    const auto startxref = pdf.rfind("startxref\n");
+    if (startxref == std::string::npos) return false;
+    const size_t xref = std::stoul(pdf.substr(startxref + 10));
+    if (pdf.compare(xref, 7, "xref\n0 ") != 0) return false;
+    const int count = std::stoi(pdf.substr(xref + 7));
+    const size_t entries = pdf.find('\n', xref + 7) + 1; // then 20 bytes an entry
+    for (int i = 1; i < count; ++i) {
+        const size_t offset = std::stoul(pdf.substr(entries + size_t(i) * 20, 10));
+        const std::string object = std::to_string(i) + " 0 obj";
+        if (pdf.compare(offset, object.size(), object) != 0) return false;
+    }
+    for (size_t at = pdf.find("/Length "); at != std::string::npos; at = pdf.find("/Length ", at + 1)) {
+        const size_t length = std::stoul(pdf.substr(at + 8));
+        const size_t begin = pdf.find("stream\n", at) + 7;
+        if (pdf.compare(begin + length, 9, "endstream") != 0) return false;
+    }
+    if (pages) *pages = std::stoi(pdf.substr(pdf.find("/Count ") + 7));
+    return true;
+}
+
+} // namespace
+
+class FarmsTest : public QObject {
+    Q_OBJECT
+
+    std::shared_ptr<std::atomic<std::int64_t>> m_now;
+    std::unique_ptr<Server> m_server;
+    std::unique_ptr<httplib::Client> m_client;
+
+    static httplib::Headers bearer(const std::string& token) {
+        return {{"Authorization", "Bearer " + token}};
+    }
+    Reply get(const std::string& target, const std::string& token = {}) {
+        return Reply::from(m_client->Get(target.c_str(), token.empty() ? httplib::Headers{} : bearer(token)));
+    }
+    // As the app sends `produce/set`: a POST with the command in the URL and a JSON body.
+    Reply set(const std::string& token, const Json& body) {
+        return Reply::from(m_client->Post("/api/?do=produce/set", bearer(token), body.dump(),
+                                          "application/json; charset=UTF-8"));
+    }
+    Json farms(const std::string& token) {
+        return get("/api/?do=farmer/produces", token).json["data"]["farmerProduces"];
+    }
+    Json periods(const std::string& token, std::int64_t farm) {
+        return get("/api/?do=produce/periods&id=" + std::to_string(farm), token).json;
+    }
+    std::int64_t farmOf(const std::string& token, const std::string& crop) {
+        for (const auto& farm : farms(token))
+            if (farm["name"] == crop) return farm["id"].get<std::int64_t>();
+        return 0;
+    }
+    // The path of an address of this service, which must answer it with the type.
+    bool served(const std::string& url, const std::string& type) {
+        const std::string base = m_server->baseUrl();
+        if (url.rfind(base, 0) != 0) return false;
+        const auto reply = get(url.substr(base.size()));
+        return reply.http == 200 && reply.contentType == type && !reply.body.empty();
+    }
+
+    void start(const std::string& db = ":memory:") {
+        ServerOptions options;
+        options.dbPath = db;
+        options.clock = [now = m_now] { return now->load(); };
+        m_server = std::make_unique<Server>(options);
+        m_client = std::make_unique<httplib::Client>("127.0.0.1", m_server->start());
+    }
+
+private slots:
+    void init() {
+        m_now = std::make_shared<std::atomic<std::int64_t>>(MidMay);
+        start();
+    }
+
+    void cleanup() {
+        m_client.reset();
+        m_server.reset();
+    }
+
+    void demoFarmsAsTheHomeScreenReadsThem() {
+        const Json list = farms(Farmer);
+        QCOMPARE(int(list.size()), 2);
+        for (const auto& farm : list) {
+            QVERIFY(
+                (keys(farm) == std::vector<std::string>{"id", "name", "range", "aps", "image", "period",
+                                                        "period_pdf", "periodId", "produceId", "produce"}));
+            QVERIFY(farm["id"].is_number_integer() && farm["range"].is_number() && farm["aps"].is_array());
+            QVERIFY(served(farm["image"].get<std::string>(), "image/svg+xml"));
+            QVERIFY(served(farm["produce"]["image"].get<std::string>(), "image/svg+xml"));
+            QVERIFY(farm["produce"]["name"] == farm["name"]);
+        }
+        // Wheat opens the calendar; sugar beet opens its period's document.
+        QCOMPARE(q(list[0].dump()).contains(R"("name":"Buğday","range":180,)"), true);
+        QCOMPARE(q(list[0]["aps"][0].dump()),
+                 QStringLiteral(R"({"id":109,"name":"Mirelo<sup>&reg;</sup> 45 OD"})"));
+        QCOMPARE(q(str(list[0]["period"])), QStringLiteral("Kardeşlenme"));
+        QVERIFY(list[0]["period_pdf"].is_null());
+        const Json document = list[1]["period_pdf"];
+        QCOMPARE(q(str(document["title"])), QStringLiteral("Şeker Pancarı - Yaprak Gelişimi Dönemi"));
+        QVERIFY(served(document["pdf"].get<std::string>(), "application/pdf"));
+
+        const Json vineyard = farms(Member);
+        QCOMPARE(int(vineyard.size()), 1);
+        QCOMPARE(q(vineyard[0]["range"].dump()), QStringLiteral("22.5"));
+        QVERIFY(farms(Dealer).empty());
+    }
+
+    void everyCommandNeedsAToken() {
+        for (const char* command : {"farmer/produces", "produce/set", "produce/delete&id=1",
+                                    "produce/periods&id=1", "produce/set-period&id=1&periodId=104"}) {
+            for (const char* token : {"", "(null)", "unknown"}) {
+                const auto reply = Reply::from(m_client->Get(
+                    std::string("/api/?do=") + command, {{"Authorization", std::string("Bearer ") + token}}));
+                QCOMPARE(reply.json["status"].get<int>(), 401);
+            }
+        }
+        QCOMPARE(int(farms(Farmer).size()), 2);
+        QCOMPARE(q(str(farms(Farmer)[0]["period"])), QStringLiteral("Kardeşlenme"));
+    }
+
+    void rejectedFarms_data() {
+        QTest::addColumn<QString>("body");
+        QTest::addColumn<QString>("errors");
+        QTest::newRow("no crop") << R"({"range":10})"
+                                 << R"({"produceId":"Ürün seçmediniz."})";
+        QTest::newRow("unknown crop") << R"({"produceId":999,"range":10})"
+                                      << R"({"produceId":"Seçtiğiniz ürün bulunamadı."})";
+        QTest::newRow("size 0, as the app sends an empty field")
+            << R"({"produceId":1,"range":0})"
+            << R"({"range":"Tarla büyüklüğünü girmediniz."})";
+        QTest::newRow("no size") << R"({"produceId":1})"
+                                 << R"({"range":"Tarla büyüklüğünü girmediniz."})";
+        QTest::newRow("size text") << R"({"produceId":1,"range":"abc"})"
+                                   << R"({"range":"Tarla büyüklüğünü girmediniz."})";
+        QTest::newRow("negative size") << R"({"produceId":1,"range":-5})"
+                                       << R"({"range":"Tarla büyüklüğü 0 dekardan büyük olmalıdır."})";
+        QTest::newRow("over 10000") << R"({"produceId":1,"range":10000.5})"
+                                    << R"({"range":"Tarla büyüklüğü 10000 dekardan büyük olamaz."})";
+        QTest::newRow("unknown product") << R"({"produceId":1,"range":5,"aps":[101,999]})"
+                                         << R"({"aps":"Seçtiğiniz zirai ürün bulunamadı."})";
+        QTest::newRow("four products") << R"({"produceId":1,"range":5,"aps":[101,102,103,104]})"
+                                       << R"({"aps":"En fazla 3 zirai ürün seçebilirsiniz."})";
+        QTest::newRow("all wrong, in field order")
+            << R"({"aps":["x"],"range":20000})"
+            << R"({"produceId":"Ürün seçmediniz.","range":"Tarla büyüklüğü 10000 dekardan büyük olamaz.",)"
+               R"("aps":"Seçtiğiniz zirai ürün bulunamadı."})";
+    }
+
+    void rejectedFarms() {
+        QFETCH(QString, body);
+        QFETCH(QString, errors);
+        const auto reply = set(Farmer, Json::parse(body.toStdString()));
+        QCOMPARE(reply.json["status"].get<int>(), 400);
+        QCOMPARE(q(reply.json["errors"].dump()), errors);
+        QVERIFY(reply.json["message"] == reply.json["errors"].begin().value());
+        QCOMPARE(int(farms(Farmer).size()), 2);
+    }
+
+    void acceptedForms() {
+        // Limits themselves pass; a size with a decimal comma, products as text, repeats dropped.
+        auto reply = set(Member, {{"produceId", "3"}, {"range", "12,5"}, {"aps", "[104, 104, 102]"}});
+        QCOMPARE(reply.json["status"].get<int>(), 200);
+        Json farm = reply.json["data"]["farmerProduce"];
+        QCOMPARE(q(farm["range"].dump()), QStringLiteral("12.5"));
+        QCOMPARE(q(farm["aps"].dump()),
+                 QStringLiteral(R"([{"id":104,"name":"Sorimet<sup>&reg;</sup> 5 EC"},)"
+                                R"({"id":102,"name":"Nodrix<sup>&reg;</sup> 480 SC"}])"));
+        reply = set(Member, {{"produceId", 1}, {"range", 10000}});
+        QCOMPARE(reply.json["status"].get<int>(), 200);
+        QVERIFY(reply.json["data"]["farmerProduce"]["aps"].empty());
+        QCOMPARE(int(farms(Member).size()), 3);
+    }
+
+    void atMostThreeFarms() {
+        QCOMPARE(set(Farmer, {{"produceId", 4}, {"range", 30}}).json["status"].get<int>(), 200);
+        const auto refused = set(Farmer, {{"produceId", 5}, {"range", 30}});
+        QCOMPARE(q(refused.body),
+                 QStringLiteral(R"({"status":400,"message":"En fazla 3 tarla ekleyebilirsiniz.",)"
+                                R"("errors":{"farms":"En fazla 3 tarla ekleyebilirsiniz."},"data":null})"));
+        QCOMPARE(int(farms(Farmer).size()), 3);
+
+        // A deleted farm frees its place.
+        QCOMPARE(get("/api/?do=produce/delete&id=" + std::to_string(farmOf(Farmer, "Ayçiçeği")), Farmer)
+                     .json["status"]
+                     .get<int>(),
+                 200);
+        QCOMPARE(set(Farmer, {{"produceId", 5}, {"range", 30}}).json["status"].get<int>(), 200);
+
+        // Requests arriving together do not slip past the limit: the member has one farm.
+        std::atomic<int> created{0};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < 6; ++i)
+            threads.emplace_back([&, port = m_server->port()] {
+                httplib::Client client("127.0.0.1", port);
+                const auto reply =
+                    Reply::from(client.Post("/api/?do=produce/set", bearer(Member),
+                                            R"({"produceId":9,"range":7})", "application/json"));
+                if (reply.json["status"] == 200) ++created;
+            });
+        for (auto& thread : threads)
+            thread.join();
+        QCOMPARE(created.load(), 2);
+        QCOMPARE(int(farms(Member).size()), 3);
+    }
+
+    void updatingAFarm() {
+        const auto wheat = farmOf(Farmer, "Buğday");
+        auto reply = set(Farmer, {{"id", wheat}, {"produceId", 1}, {"range", 150}, {"aps", {103}}});
+        QCOMPARE(reply.json["status"].get<int>(), 200);
+        Json farm = farms(Farmer)[0];
+        QCOMPARE(farm["id"].get<std::int64_t>(), wheat);
+        QCOMPARE(q(farm["range"].dump() + farm["aps"].dump()),
+                 QStringLiteral(R"(150[{"id":103,"name":"Kelvaro<sup>&reg;</sup> 70 WG"}])"));
+        // The same crop keeps its period.
+        QCOMPARE(farm["periodId"].get<int>(), 103);
+
+        // "aps" left out: the farmer deselected them all.
+        QCOMPARE(set(Farmer, {{"id", std::to_string(wheat)}, {"produceId", 1}, {"range", 150}})
+                     .json["status"]
+                     .get<int>(),
+                 200);
+        QVERIFY(farms(Farmer)[0]["aps"].empty());
+
+        // A rejected update changes nothing.
+        QCOMPARE(set(Farmer, {{"id", wheat}, {"range", 150}}).json["status"].get<int>(), 400);
+        QCOMPARE(q(str(farms(Farmer)[0]["name"])), QStringLiteral("Buğday"));
+
+        // Another crop starts in its own season: maize in May is coming up.
+        QCOMPARE(set(Farmer, {{"id", wheat}, {"produceId", 3}, {"range", 150}}).json["status"].get<int>(),
+                 200);
+        farm = farms(Farmer)[0];
+        QCOMPARE(q(str(farm["name"]) + " " + str(farm["period"]) + " " + str(farm["periodId"])),
+                 QStringLiteral("Mısır Çıkış 302"));
+    }
+
+    void nobodyReachesAnothersFarm() {
+        const auto vineyard = farmOf(Member, "Üzüm (Bağ)");
+        const auto before = farms(Member).dump();
+        const QString notFound = QStringLiteral(
+            R"({"status":400,"message":"Tarla bulunamadı.","errors":{"id":"Tarla bulunamadı."},"data":null})");
+        const std::string id = std::to_string(vineyard);
+        QCOMPARE(q(set(Farmer, {{"id", vineyard}, {"produceId", 1}, {"range", 5}}).body), notFound);
+        QCOMPARE(q(get("/api/?do=produce/delete&id=" + id, Farmer).body), notFound);
+        QCOMPARE(q(get("/api/?do=produce/periods&id=" + id, Farmer).body), notFound);
+        QCOMPARE(q(get("/api/?do=produce/set-period&periodId=1304&id=" + id, Farmer).body), notFound);
+        // Nor an unknown or missing id.
+        for (const char* query : {"&id=9999", "&id=", "", "&id=abc"})
+            QCOMPARE(q(get(std::string("/api/?do=produce/delete") + query, Farmer).body), notFound);
+        QCOMPARE(q(set(Farmer, {{"id", 9999}, {"produceId", 1}, {"range", 5}}).body), notFound);
+
+        QCOMPARE(q(farms(Member).dump()), q(before));
+        QCOMPARE(int(farms(Farmer).size()), 2);
+    }
+
+    void periodsOfAFarm() {
+        const Json reply = periods(Farmer, farmOf(Farmer, "Buğday"));
+        QCOMPARE(reply["status"].get<int>(), 200);
+        const Json& data = reply["data"];
+        QVERIFY((keys(data) == std::vector<std::string>{"periodId", "periods", "pests"}));
+        QCOMPARE(data["periodId"].get<int>(), 103);
+
+        QStringList names;
+        std::int64_t previous = 0;
+        for (const auto& period : data["periods"]) {
+            QVERIFY((keys(period) == std::vector<std::string>{"id", "name", "image"}));
+            QVERIFY(period["id"].get<std::int64_t>() > previous);
+            previous = period["id"].get<std::int64_t>();
+            names << q(str(period["name"]));
+        }
+        QCOMPARE(names.join(","),
+                 QStringLiteral("Ekim,Çıkış,Kardeşlenme,Sapa Kalkma,Başaklanma,Olgunlaşma,Hasat"));
+
+        QStringList groups;
+        for (const auto& group : data["pests"]) {
+            QVERIFY((keys(group) == std::vector<std::string>{"name", "data"}));
+            groups << q(str(group["name"]));
+            for (const auto& pest : group["data"]) {
+                QVERIFY((keys(pest) == std::vector<std::string>{"id", "name", "image", "path", "aps"}));
+                for (const auto& product : pest["aps"]) {
+                    QVERIFY(product["id"].is_number_integer());
+                    QVERIFY(served(product["image"].get<std::string>(), "image/svg+xml"));
+                }
+            }
+        }
+        QCOMPARE(groups.join(","), QStringLiteral("Yabancı Otlar,Mantari Hastalıklar"));
+        QCOMPARE(q(data["pests"][0]["data"][0].dump()).contains(R"("name":"Yabani Yulaf")"), true);
+
+        // A disease's document is a page of the product site.
+        const Json disease = data["pests"][1]["data"][0];
+        const auto page = get("/site" + disease["path"].get<std::string>());
+        QCOMPARE(page.http, 200);
+        QCOMPARE(q(page.contentType), QStringLiteral("text/html; charset=utf-8"));
+        QVERIFY(page.body.find("<h1>Septorya Yaprak Lekesi</h1>") != std::string::npos);
+        QVERIFY(page.body.find("Tarvenza<sup>&reg;</sup> 250 EC") != std::string::npos);
+        QCOMPARE(get("/site/zirai-sorunlar/yok").http, 404);
+    }
+
+    void choosingAPeriod() {
+        const auto wheat = farmOf(Farmer, "Buğday");
+        const std::string setPeriod =
+            "/api/?do=produce/set-period&id=" + std::to_string(wheat) + "&periodId=";
+        QCOMPARE(
+            q(get(setPeriod + "105", Farmer).body),
+            QStringLiteral(
+                R"({"status":200,"message":"","errors":{},"data":{"periodId":105,"period":"Başaklanma"}})"));
+
+        // The pests of the new period come with the next reading, and the home screen shows its name.
+        const Json data = periods(Farmer, wheat)["data"];
+        QCOMPARE(data["periodId"].get<int>(), 105);
+        QCOMPARE(q(data["pests"][0]["name"].get<std::string>() + ": " +
+                   data["pests"][0]["data"][0]["name"].get<std::string>()),
+                 QStringLiteral("Zararlı Canlılar: Süne"));
+        QCOMPARE(q(str(farms(Farmer)[0]["period"])), QStringLiteral("Başaklanma"));
+
+        // Only a period of the farm's own crop.
+        for (const char* period : {"703", "0", "", "abc"}) {
+            const auto reply = get(setPeriod + period, Farmer);
+            QCOMPARE(q(reply.json["errors"].dump()),
+                     QStringLiteral(R"({"periodId":"Lütfen geçerli bir dönem seçiniz."})"));
+        }
+        QCOMPARE(periods(Farmer, wheat)["data"]["periodId"].get<int>(), 105);
+
+        // A document crop's period document follows the chosen period.
+        const auto beet = farmOf(Farmer, "Şeker Pancarı");
+        get("/api/?do=produce/set-period&id=" + std::to_string(beet) + "&periodId=706", Farmer);
+        QCOMPARE(q(str(farms(Farmer)[1]["period_pdf"]["pdf"])),
+                 q(m_server->baseUrl() + "/documents/periods/706.pdf"));
+    }
+
+    void newFarmsStartInTheCropsSeason() {
+        // Winter wheat's season runs from October round the year; hazelnut flowers in winter.
+        *m_now = EarlyJanuary;
+        QCOMPARE(set(Member, {{"produceId", 1}, {"range", 10}})
+                     .json["data"]["farmerProduce"]["periodId"]
+                     .get<int>(),
+                 103);
+        QCOMPARE(set(Member, {{"produceId", 16}, {"range", 10}})
+                     .json["data"]["farmerProduce"]["periodId"]
+                     .get<int>(),
+                 1601);
+        *m_now = MidMay;
+        const auto wheat = farmOf(Member, "Buğday");
+        QCOMPARE(q(str(set(Member, {{"id", wheat}, {"produceId", 16}, {"range", 10}})
+                           .json["data"]["farmerProduce"]["period"])),
+                 QStringLiteral("Meyve Tutumu"));
+    }
+
+    void everyCropHasACalendarWithItsPictures() {
+        const Json crops = get("/api/?do=produces").json["data"]["produces"];
+        std::set<std::string> seen;
+        for (const auto& crop : crops) {
+            const auto reply = set(Dealer, {{"produceId", crop["id"]}, {"range", 1}});
+            QCOMPARE(reply.json["status"].get<int>(), 200);
+            const Json farm = reply.json["data"]["farmerProduce"];
+            const auto farmId = farm["id"].get<std::int64_t>();
+            QVERIFY2(farm["image"].is_string() && !farm["period"].is_null(), str(crop["name"]).c_str());
+            std::set<std::string> pictures = {farm["image"].get<std::string>()};
+
+            const Json calendar = periods(Dealer, farmId)["data"];
+            QVERIFY2(calendar["periods"].size() >= 5, str(crop["name"]).c_str());
+            int pests = 0;
+            for (const auto& period : calendar["periods"]) {
+                pictures.insert(period["image"].get<std::string>());
+                get("/api/?do=produce/set-period&id=" + std::to_string(farmId) +
+                        "&periodId=" + str(period["id"]),
+                    Dealer);
+                const Json groups = periods(Dealer, farmId)["data"]["pests"];
+                for (const auto& group : groups)
+                    for (const auto& pest : group["data"]) {
+                        ++pests;
+                        pictures.insert(pest["image"].get<std::string>());
+                        QCOMPARE(get("/site" + pest["path"].get<std::string>()).http, 200);
+                    }
+            }
+            QVERIFY2(pests > 0, str(crop["name"]).c_str());
+            for (const auto& url : pictures)
+                if (seen.insert(url).second) QVERIFY2(served(url, "image/svg+xml"), url.c_str());
+            QCOMPARE(
+                get("/api/?do=produce/delete&id=" + std::to_string(farmId), Dealer).json["status"].get<int>(),
+                200);
+        }
+    }
+
+    void periodDocuments() {
+        const auto reply = get("/documents/periods/703.pdf");
+        QCOMPARE(reply.http, 200);
+        QVERIFY(wellFormedPdf(reply.body));
+        // Turkish letters beyond Latin-1 go through the fonts' own encoding, never as UTF-8 bytes.
+        QVERIFY(reply.body.find("(Sirken) Tj") != std::string::npos);
+        QVERIFY(reply.body.find("\xC5\x9F") == std::string::npos);
+        for (const char* path :
+             {"/documents/periods/9999.pdf", "/documents/periods/703", "/documents/periods/x.pdf"})
+            QCOMPARE(get(path).http, 404);
+
+        // A long text goes on to further pages, and brackets in it stay text.
+        std::vector<pdf::Paragraph> text(120, pdf::Paragraph{"Satır (ayraçlı) \\ metin", 10, false, 4});
+        int pages = 0;
+        QVERIFY(wellFormedPdf(pdf::textDocument("Başlık", text), &pages));
+        QVERIFY(pages >= 3);
+    }
+
+    void seedingRunsOnce() {
+        QTemporaryDir dir;
+        const std::string db = dir.filePath("farms.db").toStdString();
+        cleanup();
+        start(db);
+        QCOMPARE(get("/api/?do=produce/delete&id=" + std::to_string(farmOf(Farmer, "Buğday")), Farmer)
+                     .json["status"]
+                     .get<int>(),
+                 200);
+        // Addresses carry the port, which changes with each start.
+        auto calendar = [&] {
+            return q(periods(Farmer, farmOf(Farmer, "Şeker Pancarı")).dump()).remove(q(m_server->baseUrl()));
+        };
+        const QString before = calendar();
+        cleanup();
+        start(db);
+        QCOMPARE(int(farms(Farmer).size()), 1);
+        QCOMPARE(calendar(), before);
+    }
+};
+
+QTEST_GUILESS_MAIN(FarmsTest)
+#include "FarmsTest.moc"
