@@ -13,6 +13,19 @@ LayoutConstraint::LayoutConstraint(const QString& name, double constant, QObject
     setObjectName(name);
 }
 
+void ImageView::setImageWithURL(const QUrl& url, Completion completed) {
+    m_completion = std::move(completed);
+    set(m_url, url);
+    emit imageRequested();
+}
+
+void ImageView::imageLoadEnded(const QUrl& url, bool loaded) {
+    if (url != m_url || !m_completion) return;
+    Completion done = std::move(m_completion);
+    m_completion = nullptr;
+    done(loaded);
+}
+
 void Control::addTarget(QObject* target, const QString& action) { m_targets.append(Target{target, action}); }
 
 void Control::sendActions() {

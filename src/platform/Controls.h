@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QObject>
 #include <QPointer>
+#include <QSizeF>
 #include <QString>
 #include <QUrl>
 #include <functional>
@@ -21,6 +22,7 @@ class View : public QObject {
     Q_PROPERTY(QColor borderColor READ borderColor WRITE setBorderColor NOTIFY changed)
     Q_PROPERTY(double borderWidth READ borderWidth WRITE setBorderWidth NOTIFY changed)
     Q_PROPERTY(double cornerRadius READ cornerRadius WRITE setCornerRadius NOTIFY changed)
+    Q_PROPERTY(bool clipsToBounds READ clipsToBounds WRITE setClipsToBounds NOTIFY changed)
 public:
     explicit View(const QString& name = {}, QObject* parent = nullptr);
 
@@ -38,6 +40,8 @@ public:
     void setBorderWidth(double w) { set(m_borderWidth, w); }
     double cornerRadius() const { return m_cornerRadius; }
     void setCornerRadius(double r) { set(m_cornerRadius, r); }
+    bool clipsToBounds() const { return m_clips; }
+    void setClipsToBounds(bool c) { set(m_clips, c); }
 
 signals:
     void changed();
@@ -57,6 +61,7 @@ private:
     QColor m_borderColor = Qt::transparent;
     double m_borderWidth = 0;
     double m_cornerRadius = 0;
+    bool m_clips = false;
 };
 
 class Label : public View {
@@ -185,16 +190,40 @@ class ImageView : public View {
     // A bundled picture's name, or a remote address.
     Q_PROPERTY(QString image READ image WRITE setImage NOTIFY changed)
     Q_PROPERTY(QUrl imageUrl READ imageUrl WRITE setImageUrl NOTIFY changed)
+    // The size a vector picture is drawn at; empty: its own size.
+    Q_PROPERTY(QSizeF renderSize READ renderSize WRITE setRenderSize NOTIFY changed)
+    // The view's size once the arrangement has laid it out, written by the arrangement.
+    Q_PROPERTY(QSizeF frameSize READ frameSize WRITE setFrameSize NOTIFY changed)
 public:
+    // Runs once the view has finished loading the address it was given, with or without a picture.
+    using Completion = std::function<void(bool loaded)>;
+
     using View::View;
     QString image() const { return m_image; }
     void setImage(const QString& i) { set(m_image, i); }
     QUrl imageUrl() const { return m_url; }
-    void setImageUrl(const QUrl& u) { set(m_url, u); }
+    void setImageUrl(const QUrl& u) { setImageWithURL(u); }
+    QSizeF renderSize() const { return m_renderSize; }
+    void setRenderSize(const QSizeF& s) { set(m_renderSize, s); }
+    QSizeF frameSize() const { return m_frameSize; }
+    void setFrameSize(const QSizeF& s) { set(m_frameSize, s); }
+
+    // sd_setImageWithURL:completed: a later address replaces the wait for an earlier one.
+    void setImageWithURL(const QUrl& url, Completion completed = {});
+    bool isWaitingForImage() const { return bool(m_completion); }
+    // Called by the view (or a test) when loading an address has ended.
+    Q_INVOKABLE void imageLoadEnded(const QUrl& url, bool loaded);
+
+signals:
+    // An address was given, also the one already shown.
+    void imageRequested();
 
 private:
     QString m_image;
     QUrl m_url;
+    QSizeF m_renderSize;
+    QSizeF m_frameSize;
+    Completion m_completion;
 };
 
 // An Auto Layout constraint whose constant a screen changes (a height of 0 hides a box).

@@ -8,6 +8,9 @@ namespace ekinora::platform {
 class NavigationController : public ViewController {
     Q_OBJECT
     Q_PROPERTY(bool navigationBarHidden READ isNavigationBarHidden WRITE setNavigationBarHidden NOTIFY barChanged)
+    // navigationBar.userInteractionEnabled: a screen's panel can stop the bar taking touches.
+    Q_PROPERTY(bool navigationBarUserInteractionEnabled READ navigationBarUserInteractionEnabled
+                   WRITE setNavigationBarUserInteractionEnabled NOTIFY barChanged)
     Q_PROPERTY(int depth READ depth NOTIFY stackChanged)
     Q_PROPERTY(QString topTitle READ topTitle NOTIFY stackChanged)
     Q_PROPERTY(QObject* topRightItem READ topRightItem NOTIFY stackChanged)
@@ -33,6 +36,12 @@ public:
     bool isNavigationBarHidden() const { return m_barHidden; }
     void setNavigationBarHidden(bool hidden);
     void setNavigationBarHidden(bool hidden, bool animated) { setNavigationBarHidden(hidden); }
+    bool navigationBarUserInteractionEnabled() const { return m_barInteraction; }
+    void setNavigationBarUserInteractionEnabled(bool enabled) {
+        if (m_barInteraction == enabled) return;
+        m_barInteraction = enabled;
+        emit barChanged();
+    }
 
     void viewWillAppear(bool animated) override;
     void viewDidAppear(bool animated) override;
@@ -48,6 +57,7 @@ private:
     void drop(ViewController* c);
     QList<ViewController*> m_stack;
     bool m_barHidden = false;
+    bool m_barInteraction = true;
 };
 
 } // namespace ekinora::platform

@@ -12,6 +12,7 @@ Item {
         visible: !controller.navigationBarHidden
         anchors { left: parent.left; right: parent.right; top: parent.top }
         height: visible ? 56 : 0
+        enabled: controller.navigationBarUserInteractionEnabled
         color: "#ffffff"
         Rectangle {
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }

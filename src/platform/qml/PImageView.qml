@@ -1,12 +1,34 @@
 import QtQuick
 
+// An image view bound to its model: a bundled picture by name or a remote one, drawn at the model's
+// render size when it names one. The laid-out size goes back to the model, and so does the end of each
+// load, so that a screen can finish its work when the picture is there.
 Image {
+    id: image
     property QtObject model: null
     objectName: model ? model.objectName : ""
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1
+    clip: model ? model.clipsToBounds : false
     asynchronous: true
     fillMode: Image.PreserveAspectFit
     source: !model ? "" : model.imageUrl.toString().length > 0 ? model.imageUrl
           : model.image.length > 0 ? "qrc:/ekinora/images/" + model.image + ".png" : ""
+    sourceSize: model && model.renderSize.width > 0 ? model.renderSize : undefined
+
+    function reportSize() { if (model) model.frameSize = Qt.size(width, height) }
+    onWidthChanged: reportSize()
+    onHeightChanged: reportSize()
+    onModelChanged: reportSize()
+    function reportEnd() {
+        if (!model || model.imageUrl.toString().length === 0) return
+        if (status === Image.Ready) model.imageLoadEnded(model.imageUrl, true)
+        else if (status === Image.Error) model.imageLoadEnded(model.imageUrl, false)
+    }
+    onStatusChanged: reportEnd()
+    Connections {
+        target: image.model
+        // The same address again loads nothing new: its end is the present state.
+        function onImageRequested() { if (image.source == image.model.imageUrl) image.reportEnd() }
+    }
 }

@@ -11,4 +11,5 @@ Rectangle {
     border.width: model ? model.borderWidth : 0
     border.color: model ? model.borderColor : "transparent"
     radius: model ? model.cornerRadius : 0
+    clip: model ? model.clipsToBounds : false
 }

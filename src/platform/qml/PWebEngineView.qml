@@ -5,6 +5,9 @@ WebEngineView {
     id: web
     property QtObject model: null
     backgroundColor: "transparent"
+    // A PDF address opens in the engine's own viewer, as the phone's web view shows documents.
+    settings.pluginsEnabled: true
+    settings.pdfViewerEnabled: true
 
     function reload() {
         if (!model) return
