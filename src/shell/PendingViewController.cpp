@@ -1,36 +1,18 @@
 #include "PendingViewController.h"
 
 #include "MenuItems.h"
-#include "platform/NavigationController.h"
-#include "platform/Platform.h"
-#include "platform/SideMenuViewController.h"
 #include "platform/Storyboard.h"
-#include "service/LocalStore.h"
 
 namespace ekinora::shell {
 
 using namespace platform;
 
-PendingViewController::PendingViewController(const QString& identifier, const QString& title, bool leadsToLogin,
-                                             QObject* parent)
-    : ViewController(parent), storyboardIdentifier(identifier), m_leadsToLogin(leadsToLogin) {
+PendingViewController::PendingViewController(const QString& identifier, const QString& title, QObject* parent)
+    : ViewController(parent), storyboardIdentifier(identifier) {
     setTitle(title);
 }
 
 QUrl PendingViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/shell/PendingView.qml")); }
-
-void PendingViewController::viewDidAppear(bool) {
-    if (!m_leadsToLogin || !service::LocalStore::userInfo().isUndefined()) return;
-    auto* content = qobject_cast<NavigationController*>(
-        Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("contentViewController")));
-    ViewController* login = Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("loginVC"));
-    if (!content || !login) return;
-    content->setViewControllers({login});
-    if (auto* menu = sideMenuViewController()) {
-        menu->setContentViewController(content, true);
-        menu->hideMenuViewController();
-    }
-}
 
 void registerPendingScreens() {
     for (const MenuItem& item : menuItems()) {
@@ -38,8 +20,7 @@ void registerPendingScreens() {
         QString title = item.label;
         title.replace(NewMark, QString());
         const QString id = item.target;
-        const bool home = id == QStringLiteral("firstViewController");
-        Storyboard::registerIdentifier(id, [id, title, home] { return new PendingViewController(id, title, home); });
+        Storyboard::registerIdentifier(id, [id, title] { return new PendingViewController(id, title); });
     }
 }
 

@@ -1,0 +1,286 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import "qrc:/ekinora/platform/qml"
+
+// The crop calendar: the banner with its shade, the title between the close and edit buttons, the
+// chain of periods, and the three pest lists, each beside its upright name.
+Rectangle {
+    id: root
+    objectName: "ProductDetailViewController"
+    color: "#f3f5f0"
+
+    readonly property color ink: "#333333"
+    readonly property real header: 300
+
+    // Under the banner, so that the white names read before a picture comes.
+    Rectangle { width: parent.width; height: root.header; color: "#3a4a2c" }
+    PImageView {
+        model: imgBannerCrop
+        width: parent.width
+        height: 200
+        fillMode: Image.PreserveAspectCrop
+        sourceSize.width: 780
+        clip: true
+        Accessible.name: "Ürün görseli"
+    }
+    PView {
+        model: viewBannerShade
+        width: parent.width
+        height: constBannerShadeHeight.constant
+    }
+
+    // The bar: close, title, edit.
+    Item {
+        id: bar
+        anchors { left: parent.left; right: parent.right; top: parent.top; topMargin: 8 }
+        height: 64
+        PButton {
+            model: btnCancel
+            anchors { left: parent.left; leftMargin: 4; verticalCenter: parent.verticalCenter }
+            flat: true
+            Material.foreground: "white"
+            palette.buttonText: "white"
+            font.bold: true
+            Accessible.name: model.title.length > 0 ? model.title : "Kapat"
+        }
+        PLabel {
+            model: lblTitle
+            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 92; rightMargin: 92 }
+            horizontalAlignment: Text.AlignHCenter
+            color: "white"
+            font.pixelSize: 18
+            font.bold: true
+        }
+        PButton {
+            model: btnEdit
+            anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
+            flat: true
+            Material.foreground: "white"
+            palette.buttonText: "white"
+            font.bold: true
+            Accessible.name: model.title.length > 0 ? model.title : "Dönemi değiştir"
+        }
+    }
+
+    // The chain of periods.
+    Flickable {
+        id: periods
+        objectName: "collPeriods"
+        readonly property real side: controller.periodItemSide
+        y: 96
+        width: parent.width
+        height: side
+        visible: !collPeriods.hidden
+        clip: true
+        contentWidth: collPeriods.cells.length * side
+        contentHeight: height
+        flickableDirection: Flickable.HorizontalFlick
+        boundsBehavior: Flickable.StopAtBounds
+        onWidthChanged: collPeriods.size = Qt.size(width, height)
+        onHeightChanged: collPeriods.size = Qt.size(width, height)
+        ScrollBar.horizontal: ScrollBar { id: periodsBar; policy: ScrollBar.AsNeeded }
+        Accessible.name: "Dönemler"
+
+        Repeater {
+            model: collPeriods.cells
+            delegate: Item {
+                id: cell
+                readonly property QtObject m: modelData
+                readonly property real pictureCentre: 44
+                objectName: m.reuseIdentifier
+                property int row: m.row
+                property int section: m.section
+                x: m.row * periods.side
+                width: periods.side
+                height: periods.side
+                Accessible.role: Accessible.Button
+                Accessible.name: m.lblTitle.text
+
+                Rectangle {
+                    objectName: "imgPeriodLeft"
+                    x: 0
+                    width: (cell.width - picture.width) / 2
+                    height: cell.m.constraintImgPeriodLeftHeight.constant
+                    y: cell.pictureCentre - height / 2
+                    color: cell.m.imgPeriodLeft.backgroundColor
+                }
+                Rectangle {
+                    objectName: "imgPeriodRight"
+                    x: (cell.width + picture.width) / 2
+                    width: (cell.width - picture.width) / 2
+                    height: cell.m.constraintImgPeriodRightHeight.constant
+                    y: cell.pictureCentre - height / 2
+                    color: cell.m.imgPeriodRight.backgroundColor
+                }
+                RoundedImage {
+                    id: picture
+                    model: cell.m.imgPeriod
+                    width: cell.m.constraintImgPeriodWidth.constant
+                    height: cell.m.constraintImgPeriodHeight.constant
+                    x: (cell.width - width) / 2
+                    y: cell.pictureCentre - height / 2
+                }
+                PLabel {
+                    model: cell.m.lblTitle
+                    x: 4
+                    y: cell.pictureCentre + 40
+                    width: cell.width - 8
+                    horizontalAlignment: Text.AlignHCenter
+                    font.pixelSize: 13
+                    font.bold: !Qt.colorEqual(cell.m.lblTitle.textColor, "white")
+                }
+                MouseArea { anchors.fill: parent; onClicked: collPeriods.selectItem(cell.section, cell.row) }
+            }
+        }
+
+        NumberAnimation { id: periodsScroll; target: periods; property: "contentX"; duration: 350; easing.type: Easing.InOutQuad }
+        Connections {
+            target: collPeriods
+            function onScrollToItemRequested(section, item, position, animated) {
+                var centre = item * periods.side + periods.side / 2
+                var to = Math.max(0, Math.min(centre - periods.width / 2, periods.contentWidth - periods.width))
+                if (animated) { periodsScroll.to = to; periodsScroll.restart() } else periods.contentX = to
+            }
+            function onScrollIndicatorsFlashed() { periodsBar.active = true; periodsFlash.restart() }
+        }
+        Timer { id: periodsFlash; interval: 700; onTriggered: periodsBar.active = false }
+    }
+
+    // The pest lists.
+    Flickable {
+        anchors { left: parent.left; right: parent.right; top: parent.top; topMargin: root.header; bottom: parent.bottom }
+        contentHeight: lists.height
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        Column {
+            id: lists
+            width: parent.width
+            topPadding: 4
+            PestList { panel: viewYabanciOtlar; sideLabel: lblYabanciOtlar; collection: collYabanciOtlar; layout: layoutYabanciOtlar }
+            PestList { panel: viewZararliCanlilar; sideLabel: lblZararliCanlilar; collection: collZararliCanlilar; layout: layoutZararliCanlilar }
+            PestList { panel: viewHastaliklar; sideLabel: lblHastaliklar; collection: collHastaliklar; layout: layoutHastaliklar }
+        }
+    }
+
+    // One list: the upright name in its panel and the cards that snap into place.
+    component PestList: Row {
+        id: list
+        property QtObject panel: null
+        property QtObject sideLabel: null
+        property QtObject collection: null
+        property QtObject layout: null
+        width: root.width
+        height: visible ? 180 : 0
+        visible: collection && !collection.hidden
+
+        PView {
+            model: list.panel
+            width: 35
+            height: list.height
+            Text {
+                objectName: list.sideLabel ? list.sideLabel.objectName : ""
+                visible: list.sideLabel && !list.sideLabel.hidden
+                anchors.centerIn: parent
+                rotation: list.sideLabel ? list.sideLabel.rotation : 0
+                text: list.sideLabel ? list.sideLabel.text : ""
+                color: list.sideLabel ? list.sideLabel.textColor : root.ink
+                font.pixelSize: list.sideLabel ? list.sideLabel.fontSize : 16
+                font.weight: Font.Medium
+            }
+        }
+        Flickable {
+            id: flick
+            objectName: list.collection ? list.collection.objectName : ""
+            width: root.width - 35
+            height: list.height
+            clip: true
+            contentWidth: list.layout ? list.layout.collectionViewContentSize.width : 0
+            contentHeight: height
+            flickableDirection: Flickable.HorizontalFlick
+            boundsBehavior: Flickable.StopAtBounds
+            function report() { if (list.collection) list.collection.size = Qt.size(width, height) }
+            onWidthChanged: report()
+            onHeightChanged: report()
+            Component.onCompleted: report()
+            ScrollBar.horizontal: ScrollBar { id: bar; policy: ScrollBar.AsNeeded }
+            Accessible.name: list.sideLabel ? list.sideLabel.text : ""
+
+            // A finished scroll ends with a card 16 points from the left edge.
+            onMovementEnded: {
+                if (!list.layout) return
+                var target = list.layout.targetContentOffsetForProposedContentOffset(Qt.point(contentX, 0), Qt.point(0, 0))
+                snap.to = Math.max(0, Math.min(target.x, contentWidth - width))
+                snap.restart()
+            }
+            NumberAnimation { id: snap; target: flick; property: "contentX"; duration: 250; easing.type: Easing.OutCubic }
+
+            Repeater {
+                model: list.collection ? list.collection.cells : []
+                delegate: Item {
+                    id: card
+                    readonly property QtObject m: modelData
+                    readonly property rect frame: {
+                        list.layout.itemSize; list.layout.sectionItemCounts; list.layout.collectionViewSize
+                        return list.layout.frameForItem(m.section, m.row)
+                    }
+                    objectName: m.reuseIdentifier
+                    property int row: m.row
+                    property int section: m.section
+                    x: frame.x
+                    y: frame.y
+                    width: frame.width
+                    height: frame.height
+                    Accessible.name: m.lblTitle.text
+
+                    PLabel {
+                        model: card.m.lblTitle
+                        width: parent.width
+                        height: card.m.titleHeight
+                        verticalAlignment: Text.AlignVCenter
+                        font.pixelSize: 16
+                        font.bold: true
+                    }
+                    PView {
+                        model: card.m.viewPest
+                        y: card.m.titleHeight
+                        width: parent.width
+                        height: parent.height - card.m.titleHeight
+                        color: "#e4ecd9"
+                        PImageView {
+                            model: card.m.imgBack
+                            anchors.fill: parent
+                            fillMode: Image.PreserveAspectCrop
+                            sourceSize.width: 720
+                        }
+                        Repeater {
+                            model: card.m.productImages
+                            delegate: Rectangle {
+                                x: modelData.frame.x
+                                y: modelData.frame.y
+                                width: modelData.frame.width
+                                height: modelData.frame.height
+                                radius: 4
+                                color: "white"
+                                PImageView {
+                                    model: modelData
+                                    anchors.fill: parent
+                                    anchors.margins: 2
+                                    sourceSize.width: 120
+                                    Accessible.name: "Ürün"
+                                }
+                            }
+                        }
+                    }
+                    MouseArea { anchors.fill: parent; onClicked: list.collection.selectItem(card.m.section, card.m.row) }
+                }
+            }
+
+            Connections {
+                target: list.collection
+                function onScrollIndicatorsFlashed() { bar.active = true; flash.restart() }
+            }
+            Timer { id: flash; interval: 700; onTriggered: bar.active = false }
+        }
+    }
+}

@@ -1,0 +1,631 @@
+#include "ViewController.h"
+
+#include "NotificationBadge.h"
+#include "accounts/UpdateFarmerRequest.h"
+#include "farms/DocumentViewController.h"
+#include "farms/FarmerProductRequest.h"
+#include "farms/ProductDetailViewController.h"
+#include "platform/AlertController.h"
+#include "platform/NavigationController.h"
+#include "platform/Platform.h"
+#include "platform/SideMenuViewController.h"
+#include "platform/Storyboard.h"
+#include "service/LocalStore.h"
+#include "service/TextHelpers.h"
+#include "service/WSRequest.h"
+#include "weather/WeatherApiRequest.h"
+#include "weather/WeatherTables.h"
+#include "widgets/BadgeBarButtonItem.h"
+#include "widgets/GroupedRadioButton.h"
+
+namespace ekinora::home {
+
+using namespace platform;
+using service::LocalStore;
+
+namespace {
+
+Platform& P() { return Platform::current(); }
+void log(const QString& line) { P().application().log(line); }
+
+int status(const Json& response) { return intValue(member(response, QStringLiteral("status"))); }
+
+// addObjectsFromArray: every element of a list, nothing for nil.
+QJsonArray listOf(const Json& values) {
+    QJsonArray list;
+    for (int i = 0, n = count(values); i < n; ++i) list.append(element(values, i));
+    return list;
+}
+
+// The first value of the reply's "errors", as an alert shows it.
+QString firstError(const Json& response) {
+    const Json errors = member(response, QStringLiteral("errors"));
+    if (errors.isUndefined()) return QString();
+    if (!errors.isObject())
+        fatal(QStringLiteral("-[%1 allValues]: unrecognized selector sent to instance").arg(errors.isNull() ? "NSNull" : "__NSCFObject"));
+    const QJsonObject o = errors.toObject();
+    if (o.isEmpty()) return QString();
+    const Json first = o.begin().value();
+    return first.isString() ? first.toString() : description(first);
+}
+
+// -[NSString capitalizedString]: each word's first letter upper case, the rest lower case, with no
+// regard to the language.
+QString capitalized(const QString& text) {
+    if (text.isNull()) return text;
+    QString out = text.toLower();
+    bool start = true;
+    for (qsizetype i = 0; i < out.size(); ++i) {
+        if (out.at(i).isLetterOrNumber()) {
+            if (start) out.replace(i, 1, out.at(i).toUpper());
+            start = false;
+        } else {
+            start = true;
+        }
+    }
+    return out;
+}
+
+// The whole store, as the log shows it at each appearance.
+QString storeDescription() {
+    UserDefaults& store = LocalStore::defaults();
+    QJsonObject all;
+    for (const QString& key : store.keys()) {
+        const Json record = store.jsonForKey(key);
+        all.insert(key, record.isUndefined() ? Json(store.stringForKey(key)) : record);
+    }
+    return description(all);
+}
+
+const QString NoProduct = QStringLiteral("Zirai Ürün Seçiniz");
+
+// Once per run of the application: a new platform is a new run.
+QPointer<Platform> libStatRun;
+
+} // namespace
+
+ViewController::ViewController(QObject* parent)
+    : platform::ViewController(parent), imgLoading(makeControl<ImageView>("imgLoading")),
+      lblWeatherDate(makeControl<Label>("lblWeatherDate")), lblWeatherLocation(makeControl<Label>("lblWeatherLocation")),
+      lblWeatherCondition(makeControl<Label>("lblWeatherCondition")),
+      lblWeatherTemprature(makeControl<Label>("lblWeatherTemprature")), lblWeatherRain(makeControl<Label>("lblWeatherRain")),
+      lblWeatherWind(makeControl<Label>("lblWeatherWind")), imgWeatherCondition(makeControl<ImageView>("imgWeatherCondition")),
+      viewEvent(makeControl<View>("viewEvent")), lblProductAlert(makeControl<Label>("lblProductAlert")),
+      constCollTopMargin(makeControl<LayoutConstraint>("constCollTopMargin", 0.0)),
+      collFarms(makeControl<TableView>("collFarms")), menuBtn(makeControl<Button>("menuBtn")),
+      btnNotification(makeControl<widgets::BadgeBarButtonItem>("btnNotification")), viewKVKK(makeControl<View>("viewKVKK")),
+      viewETK(makeControl<View>("viewETK")), webviewETK(makeControl<WebView>("webviewETK")),
+      radioETK1(makeControl<widgets::GroupedRadioButton>("radioETK1")),
+      radioETK2(makeControl<widgets::GroupedRadioButton>("radioETK2")),
+      radioETK3(makeControl<widgets::GroupedRadioButton>("radioETK3")), viewNewProduce(makeControl<View>("viewNewProduce")),
+      viewPlant(makeControl<View>("viewPlant")), viewProduct(makeControl<View>("viewProduct")),
+      lblFarm(makeControl<Label>("lblFarm")), lblProduct(makeControl<Label>("lblProduct")),
+      txtFarmSize(makeControl<TextField>("txtFarmSize")), btnNewProduce(makeControl<Button>("btnNewProduce")),
+      btnUpdateProduce(makeControl<Button>("btnUpdateProduce")), btnDeleteProduce(makeControl<Button>("btnDeleteProduce")),
+      collPlants(makeControl<TableView>("collPlants")), tblProducts(makeControl<TableView>("tblProducts")),
+      constCollPlantHeight(makeControl<LayoutConstraint>("constCollPlantHeight", 0.0)) {
+    setTitle(QStringLiteral("Anasayfa"));
+    setRightBarButtonItem(btnNotification);
+    btnNotification->setImage(QStringLiteral("notificationBell"));
+    menuBtn->addTarget(this, QStringLiteral("presentLeftMenuViewController"));
+    btnNewProduce->addTarget(this, QStringLiteral("addProduct"));
+    // Each permission is a box of its own: a tap turns it on or off.
+    radioETK1->setTitle(QStringLiteral("SMS"));
+    radioETK2->setTitle(QStringLiteral("E-posta"));
+    radioETK3->setTitle(QStringLiteral("Reklam"));
+    for (auto* radio : {radioETK1, radioETK2, radioETK3}) {
+        radio->setMultipleSelectionEnabled(true);
+        radio->setIconSize(22);
+    }
+    txtFarmSize->setKeyboardType(8);
+    lblProduct->setNumberOfLines(0);
+    lblProductAlert->setNumberOfLines(0);
+    lblProductAlert->setText(QStringLiteral("En fazla 3 tarla ekleyebilirsiniz."));
+    addSegue(QStringLiteral("ProductDetailSegue"), SegueKind::Present, QStringLiteral("ProductDetailViewController"));
+    addSegue(QStringLiteral("DocumentSegue"), SegueKind::Present, QStringLiteral("DocumentViewController"));
+}
+
+QUrl ViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/home/HomeView.qml")); }
+
+platform::ViewController* ViewController::hudHost() {
+    if (NavigationController* nav = navigationController()) return nav;
+    return this;
+}
+
+void ViewController::resetLibStatOnceForTests() { libStatRun = nullptr; }
+
+void ViewController::viewDidLoad() {
+    // 1.
+    hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    // 2.
+    viewEvent->setBorderWidth(1.0);
+    viewEvent->setBorderColor(QColor::fromRgbF(0.2, 0.2, 0.2));
+    // 3.
+    arrFarms = QJsonArray();
+    arrPlants = QJsonArray();
+    arrProducts = QJsonArray();
+    arrSelectedProducts.clear();
+    selectedPlantIndex = -1;
+    getPlants();
+    getProducts();
+    // 4.
+    for (View* v : {viewKVKK, viewETK, viewNewProduce, viewPlant, viewProduct}) v->setHidden(true);
+    // 5. Over everything, the navigation bar included.
+    imgLoading->setImage(QStringLiteral("splashScreen"));
+    imgLoading->setHidden(false);
+}
+
+void ViewController::viewWillAppear(bool) {
+    // The status bar is asked to update: dark text on this screen (style 0).
+}
+
+void ViewController::viewDidAppear(bool) {
+    // 1.
+    const Json user = LocalStore::userInfo();
+    log(storeDescription());
+    if (user.isUndefined()) {
+        // 2. Nobody is signed in.
+        handOver(QStringLiteral("loginVC"));
+        auto self = strong(this);
+        P().scheduler().after(1000, [self] { self->removeSplash(); });
+    } else {
+        const Json type = member(user, QStringLiteral("type"));
+        if (isString(type, QStringLiteral("farmer")) || isString(type, QStringLiteral("loyalty"))) {
+            // 3.
+            removeSplash();
+            getFarms();
+            getWeatherInfo();
+            setNotifBadge();
+            service::WSRequest request;
+            request.doParam = QStringLiteral("farmer/profile");
+            auto self = strong(this);
+            request.requestData([self, user](const Json& response) { self->profileReceived(response, user); },
+                                // 5.
+                                [](const Json& error) { log(QStringLiteral("farmer/profile: %1").arg(description(error))); });
+        } else {
+            // 4. The news content is built and dropped; this screen stays as it is.
+            removeSplash();
+            auto* content = qobject_cast<NavigationController*>(
+                Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("contentViewController")));
+            if (content) {
+                if (platform::ViewController* root = Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("newsVC")))
+                    content->setViewControllers({root});
+                content->deleteLater();
+            }
+        }
+    }
+    // 6. Added at each appearance and never removed.
+    P().notificationCenter().addObserver(this, QStringLiteral("setNotifBadge"), QStringLiteral("checkNotifBadge"));
+}
+
+void ViewController::viewDidDisappear(bool) {}
+
+void ViewController::profileReceived(const Json& response, const Json& storedRecord) {
+    const Json data = member(response, QStringLiteral("data"));
+    const Json type = member(data, QStringLiteral("type"));
+    if (isString(member(storedRecord, QStringLiteral("type")), QStringLiteral("farmer")) && isString(type, QStringLiteral("loyalty"))) {
+        // 1. A farmer who has become a club member signs in again.
+        forcedLogout();
+    } else {
+        // 2.
+        LocalStore::setUserInfo(data);
+        LocalStore::defaults().synchronize();
+        P().notificationCenter().postNotificationName(QStringLiteral("checkMenuList"));
+        if (intValue(member(data, QStringLiteral("etkPopup"))) == 1) {
+            loadWebviewETK();
+            viewKVKK->setHidden(false);
+        }
+    }
+    // 3. The club invitation's countdown, once per run.
+    if (isString(type, QStringLiteral("loyalty")) && libStatRun.data() != &P()) {
+        libStatRun = &P();
+        if (LocalStore::stepLibStatAtHome()) showAlert();
+    }
+}
+
+void ViewController::showAlert() {
+    auto* alert = AlertController::alertControllerWithTitle(QStringLiteral("Bilgilendirme"),
+                                                            QStringLiteral("Bereket Kulübümüz başladı, tıklayın, siz de kazanın!"));
+    auto self = strong(this);
+    alert->addAction(QStringLiteral("Bereket Kulübü"), AlertController::Default, [self] {
+        // The menu button's action, through the application: the side menu opens.
+        self->menuBtn->sendActions();
+        P().notificationCenter().postNotificationName(QStringLiteral("goToLoyalty"));
+    });
+    alert->addAction(QStringLiteral("Kapat"), AlertController::Default);
+    presentViewController(alert, true);
+}
+
+void ViewController::presentLeftMenuViewController() {
+    if (SideMenuViewController* menu = sideMenuViewController()) menu->presentLeftMenuViewController();
+}
+
+void ViewController::forcedLogout() {
+    LocalStore::logoutReset();
+    service::WSRequest request;
+    request.doParam = QStringLiteral("farmer/logout");
+    auto self = strong(this);
+    request.requestData(
+        [self](const Json& response) {
+            log(description(response));
+            self->handOver(QStringLiteral("loginVC"));
+        },
+        [](const Json& error) { log(QStringLiteral("farmer/logout: %1").arg(description(error))); });
+}
+
+void ViewController::handOver(const QString& identifier) {
+    auto* content = qobject_cast<NavigationController*>(
+        Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("contentViewController")));
+    if (!content) return;
+    platform::ViewController* root = Storyboard::instantiateViewControllerWithIdentifier(identifier);
+    content->setViewControllers(root ? QList<platform::ViewController*>{root} : QList<platform::ViewController*>{});
+    if (SideMenuViewController* menu = sideMenuViewController()) {
+        menu->setContentViewController(content, true);
+        menu->hideMenuViewController();
+        // The indicator lay on the content that has just left the screen, and leaves with it.
+        if (hud) hud->hideAnimated(false);
+    } else {
+        content->deleteLater();
+    }
+}
+
+void ViewController::removeSplash() { imgLoading->setHidden(true); }
+
+void ViewController::setNotifBadge() { refreshNotificationBadge(this); }
+
+// Farms.
+
+void ViewController::getFarms() {
+    farms::FarmerProductRequest request;
+    request.doParam = QStringLiteral("farmer/produces");
+    auto self = strong(this);
+    request.requestData(
+        [self](const Json& response) {
+            if (self->hud) self->hud->hideAnimated(true);
+            if (status(response) != 200) {
+                // A lost login: the sign-in opens, and the store keeps the record, so that the next start
+                // comes back here and tries again.
+                self->handOver(QStringLiteral("loginVC"));
+                auto again = self;
+                P().scheduler().after(1000, [again] { again->removeSplash(); });
+                return;
+            }
+            self->arrFarms = listOf(path(response, {QStringLiteral("data"), QStringLiteral("farmerProduces")}));
+            self->collFarms->reloadData();
+        },
+        [self](const Json&) {
+            if (self->hud) self->hud->hideAnimated(true);
+        });
+}
+
+int ViewController::collFarmsNumberOfItems() {
+    // Exactly three farms: the limit, with its note above the list and no cell for adding.
+    if (arrFarms.size() == 3) {
+        lblProductAlert->setHidden(false);
+        constCollTopMargin->setConstant(32);
+        return 3;
+    }
+    lblProductAlert->setHidden(true);
+    constCollTopMargin->setConstant(0);
+    return int(arrFarms.size()) + 1;
+}
+
+QVariantMap ViewController::collFarmsCell(int row) const {
+    QVariantMap cell;
+    if (row < 0 || row >= arrFarms.size()) {
+        cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("NewFarmCell"));
+        return cell;
+    }
+    const Json farm = arrFarms.at(row);
+    cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("FarmCell"));
+    cell.insert(QStringLiteral("lblFarm"), stringOrNull(member(farm, QStringLiteral("name"))));
+    const Json period = member(farm, QStringLiteral("period"));
+    cell.insert(QStringLiteral("lblPeriod"), period.isNull() ? QString("") : stringOrNull(period));
+    const Json image = member(farm, QStringLiteral("image"));
+    if (image.isNull()) cell.insert(QStringLiteral("image"), QStringLiteral("tarlaBgImgDomates"));
+    else cell.insert(QStringLiteral("imageUrl"), stringOrNull(image));
+    cell.insert(QStringLiteral("cornerRadius"), 3.0);
+    cell.insert(QStringLiteral("clipsToBounds"), true);
+    return cell;
+}
+
+QSizeF ViewController::collFarmsSizeForItem(int row, double collectionWidth) const {
+    return QSizeF(collectionWidth - 32, row < arrFarms.size() ? 155 : 65);
+}
+
+void ViewController::collFarmsDidSelectItem(int row) {
+    if (row < 0) return;
+    if (row >= arrFarms.size()) {
+        openNewProduceView();
+        return;
+    }
+    // The index path travels as the sender.
+    QObject indexPath;
+    indexPath.setProperty("section", 0);
+    indexPath.setProperty("row", row);
+    const bool noDocument = member(arrFarms.at(row), QStringLiteral("period_pdf")).isNull();
+    performSegueWithIdentifier(noDocument ? QStringLiteral("ProductDetailSegue") : QStringLiteral("DocumentSegue"), &indexPath);
+}
+
+void ViewController::prepareForSegue(const StoryboardSegue& segue, QObject* sender) {
+    const int row = sender ? sender->property("row").toInt() : -1;
+    if (row < 0 || row >= arrFarms.size()) return;
+    const Json farm = arrFarms.at(row);
+    if (segue.identifier == QLatin1String("ProductDetailSegue")) {
+        if (auto* detail = qobject_cast<farms::ProductDetailViewController*>(segue.destination)) {
+            detail->objectID = member(farm, QStringLiteral("id"));
+            detail->produceName = member(farm, QStringLiteral("name"));
+            detail->produceImage = member(farm, QStringLiteral("image"));
+        }
+    } else if (segue.identifier == QLatin1String("DocumentSegue")) {
+        if (auto* document = qobject_cast<farms::DocumentViewController*>(segue.destination)) {
+            const Json pdf = member(farm, QStringLiteral("period_pdf"));
+            document->titleString = stringOrNull(member(pdf, QStringLiteral("title")));
+            document->urlString = stringOrNull(member(pdf, QStringLiteral("pdf")));
+        }
+    }
+}
+
+// Weather.
+
+void ViewController::getWeatherInfo() {
+    const Json county = path(LocalStore::userInfo(), {QStringLiteral("location"), QStringLiteral("county")});
+    weather::WeatherApiRequest request;
+    request.latValue = member(county, QStringLiteral("latitude"));
+    request.lonValue = member(county, QStringLiteral("longitude"));
+    auto self = strong(this);
+    request.requestData(
+        [self, county](const Json& response) {
+            self->lblWeatherLocation->setText(stringOrNull(member(county, QStringLiteral("name"))));
+            if (status(response) != 200) {
+                // Asked again, without limit.
+                auto again = self;
+                P().scheduler().after(3000, [again] { again->getWeatherInfo(); });
+                return;
+            }
+            const Json hours = member(response, QStringLiteral("data"));
+            const QDateTime now = P().scheduler().now();
+            const QDate today = now.date();
+            const int hour = now.time().hour();
+            // An empty day has no first record to start from: the panel stays as it is.
+            if (count(hours) == 0) return;
+            float max = floatValue(member(element(hours, 0), QStringLiteral("temperature")));
+            float min = max;
+            for (int i = 0, n = count(hours); i < n; ++i) {
+                const Json record = element(hours, i);
+                const float temperature = floatValue(member(record, QStringLiteral("temperature")));
+                // A value that raises the highest is not tested against the lowest.
+                if (temperature > max) max = temperature;
+                else if (temperature < min) min = temperature;
+                if (intValue(member(record, QStringLiteral("time"))) == hour) self->dictionaryWeather = record;
+            }
+            // Without a record of this hour there is nothing to add them to.
+            if (self->dictionaryWeather.isObject()) {
+                QJsonObject present = self->dictionaryWeather.toObject();
+                present.insert(QStringLiteral("temperatureMax"), double(max));
+                present.insert(QStringLiteral("temperatureMin"), double(min));
+                self->dictionaryWeather = present;
+            }
+            const Json& w = self->dictionaryWeather;
+            self->lblWeatherRain->setText(stringWithFormat(QStringLiteral("%d"), {intValue(member(w, QStringLiteral("precipitation")))}));
+            self->lblWeatherTemprature->setText(stringWithFormat(QStringLiteral("%d"), {intValue(member(w, QStringLiteral("temperature")))}));
+            self->lblWeatherWind->setText(stringWithFormat(QStringLiteral("%d"), {intValue(member(w, QStringLiteral("windspeed")))}));
+            self->lblWeatherDate->setText(stringWithFormat(QStringLiteral("%ld.%ld.%ld"),
+                                                           {long(today.day()), long(today.month()), long(today.year())}));
+            // The vector picture is drawn at a square of the view's width less 8.
+            const double side = self->imgWeatherCondition->frameSize().width() - 8;
+            self->imgWeatherCondition->setRenderSize(QSizeF(side, side));
+            self->imgWeatherCondition->setImageWithURL(QUrl(weather::weatherIconUrl(member(w, QStringLiteral("pictocode")))));
+        },
+        [](const Json&) {});
+}
+
+// Events and the regional contact.
+
+void ViewController::openEventView(QObject*) { handOver(QStringLiteral("farmingStockVC")); }
+
+void ViewController::callPerson(QObject*) {
+    const Json region = path(LocalStore::userInfo(), {QStringLiteral("location"), QStringLiteral("region")});
+    const QString name = capitalized(stringOrNull(member(region, QStringLiteral("fullname"))));
+    const Json phone = member(region, QStringLiteral("phonenumber"));
+    auto* alert = AlertController::alertControllerWithTitle(
+        QStringLiteral("Uyarı"),
+        stringWithFormat(QStringLiteral("Size en yakın Zelmar yetkilisi %@ aranacaktır. %@ no'lu numara aransın mı?"), {name, phone}));
+    alert->addAction(QStringLiteral("ARA"), AlertController::Default, [phone] {
+        P().application().openURL(QUrl(stringWithFormat(QStringLiteral("tel:%@"), {phone})));
+    });
+    alert->addAction(QStringLiteral("İPTAL"), AlertController::Cancel);
+    presentViewController(alert, true);
+}
+
+// Consent.
+
+void ViewController::loadWebviewETK() {
+    service::WSRequest request;
+    request.doParam = QStringLiteral("page/detail");
+    request.slugName = QStringLiteral("kvkk");
+    auto self = strong(this);
+    request.requestData(
+        [self](const Json& response) {
+            self->webviewETK->loadHTMLString(stringWithFormat(
+                QStringLiteral("<html><head></head><body>%@</body></html>"),
+                {path(response, {QStringLiteral("data"), QStringLiteral("page"), QStringLiteral("text")})}));
+        },
+        [](const Json& error) { log(QStringLiteral("loadWebviewETK: %1").arg(description(error))); });
+}
+
+void ViewController::openETKView(QObject*) { viewETK->setHidden(false); }
+
+void ViewController::closeETKView(QObject*) { viewETK->setHidden(true); }
+
+void ViewController::setETKinfo(QObject*) {
+    accounts::UpdateFarmerRequest request;
+    request.doParam = QStringLiteral("farmer/etk");
+    request.etkSmsPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK1->isSelected())});
+    request.etkEmailPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK2->isSelected())});
+    request.etkAdvPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK3->isSelected())});
+    auto self = strong(this);
+    // Whatever the answer, the question is answered: only the service brings it back.
+    request.updateFarmer([self](const Json&) { self->viewKVKK->setHidden(true); },
+                         [](const Json& error) { log(QStringLiteral("farmer/etk: %1").arg(description(error))); });
+}
+
+// Adding a farm.
+
+void ViewController::getPlants() {
+    farms::FarmerProductRequest request;
+    request.doParam = QStringLiteral("produces");
+    auto self = strong(this);
+    request.requestData(
+        [self](const Json& response) {
+            if (status(response) != 200) return;
+            self->arrPlants = listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
+            self->collPlants->reloadData();
+            // Two columns of 50; a list taller than the screen scrolls inside.
+            const int n = int(self->arrPlants.size());
+            const int half = n / 2;
+            const double available = Window::Height - 64;
+            double height;
+            if (n % 2 == 1) height = available >= half * 50 + 100 ? half * 50 + 50 : available - 50;
+            else height = available >= half * 50 + 50 ? half * 50 : available - 50;
+            self->constCollPlantHeight->setConstant(height);
+        },
+        [](const Json& error) { log(QStringLiteral("getPlants: %1").arg(description(error))); });
+}
+
+void ViewController::getProducts() {
+    farms::FarmerProductRequest request;
+    request.doParam = QStringLiteral("produce/aps");
+    auto self = strong(this);
+    request.requestData(
+        [self](const Json& response) {
+            if (status(response) != 200) return;
+            const Json aps = path(response, {QStringLiteral("data"), QStringLiteral("aps")});
+            QJsonArray products;
+            for (int i = 0, n = count(aps); i < n; ++i) {
+                QJsonObject product = element(aps, i).toObject();
+                product.insert(QStringLiteral("name"), service::plainProductName(stringOrNull(product.value(QStringLiteral("name")))));
+                products.append(product);
+            }
+            self->arrProducts = products;
+            self->tblProducts->reloadData();
+        },
+        [](const Json& error) { log(QStringLiteral("getProducts: %1").arg(description(error))); });
+}
+
+QVariantMap ViewController::collPlantsCell(int row) const {
+    QVariantMap cell;
+    if (row < 0 || row >= arrPlants.size()) return cell;
+    const bool chosen = row == selectedPlantIndex;
+    cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("PlantCell"));
+    cell.insert(QStringLiteral("lblPlantName"), stringOrNull(member(arrPlants.at(row), QStringLiteral("name"))));
+    cell.insert(QStringLiteral("textColor"), chosen ? service::Colors::leaf() : service::Colors::black());
+    cell.insert(QStringLiteral("underline"), chosen);
+    return cell;
+}
+
+void ViewController::collPlantsDidSelectItem(int row) {
+    if (row < 0 || row >= arrPlants.size()) return;
+    selectedPlantIndex = selectedPlantIndex == row ? -1 : row;
+    collPlants->reloadData();
+    removePlantsView();
+}
+
+QVariantMap ViewController::tblProductsCell(int row) const {
+    QVariantMap cell;
+    if (row < 0 || row >= arrProducts.size()) return cell;
+    const QString name = stringOrNull(member(arrProducts.at(row), QStringLiteral("name")));
+    const bool chosen = arrSelectedProducts.contains(name);
+    cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("ProductCell"));
+    cell.insert(QStringLiteral("name"), name);
+    cell.insert(QStringLiteral("textColor"), chosen ? service::Colors::leaf() : service::Colors::black());
+    cell.insert(QStringLiteral("underline"), chosen);
+    return cell;
+}
+
+void ViewController::tblProductsDidSelectRow(int row) {
+    if (row < 0 || row >= arrProducts.size()) return;
+    const QString name = stringOrNull(member(arrProducts.at(row), QStringLiteral("name")));
+    // Up to four here; a fifth tap does nothing and says nothing.
+    if (arrSelectedProducts.contains(name)) arrSelectedProducts.removeAll(name);
+    else if (arrSelectedProducts.size() < 4) arrSelectedProducts.append(name);
+    tblProducts->reloadData();
+}
+
+void ViewController::openNewProduceView(QObject*) {
+    endEditing();
+    viewNewProduce->setHidden(false);
+    if (NavigationController* nav = navigationController()) nav->setNavigationBarUserInteractionEnabled(false);
+    lblFarm->setText(QStringLiteral("Ürün Seçiniz"));
+    txtFarmSize->setText(QString(""));
+    lblProduct->setText(NoProduct);
+    btnDeleteProduce->setHidden(true);
+    btnUpdateProduce->setHidden(true);
+    btnNewProduce->setHidden(false);
+}
+
+void ViewController::removeNewProduceView(QObject*) {
+    endEditing();
+    viewNewProduce->setHidden(true);
+    if (NavigationController* nav = navigationController()) nav->setNavigationBarUserInteractionEnabled(true);
+}
+
+void ViewController::openPlantsView(QObject*) {
+    viewPlant->setHidden(false);
+    endEditing();
+}
+
+void ViewController::removePlantsView(QObject*) {
+    viewPlant->setHidden(true);
+    lblFarm->setText(selectedPlantIndex == -1 || selectedPlantIndex >= arrPlants.size()
+                         ? QStringLiteral("Ürün Seç")
+                         : stringOrNull(member(arrPlants.at(selectedPlantIndex), QStringLiteral("name"))));
+}
+
+void ViewController::openProductView(QObject*) {
+    viewProduct->setHidden(false);
+    endEditing();
+    arrSelectedProducts.clear();
+    if (lblProduct->text() != NoProduct) arrSelectedProducts = lblProduct->text().split(QLatin1Char('\n'));
+    tblProducts->reloadData();
+}
+
+void ViewController::removeProductView(QObject*) { viewProduct->setHidden(true); }
+
+void ViewController::acceptProductView(QObject*) {
+    endEditing();
+    viewProduct->setHidden(true);
+    lblProduct->setText(arrSelectedProducts.isEmpty() ? NoProduct : arrSelectedProducts.join(QLatin1Char('\n')));
+}
+
+void ViewController::addProduct(QObject*) {
+    // Nothing is checked here: the service's answer is what the farmer sees.
+    hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    farms::FarmerProductRequest request;
+    request.doParam = QStringLiteral("produce/set");
+    request.range = txtFarmSize->text();
+    QJsonArray ids;
+    for (const QString& name : std::as_const(arrSelectedProducts))
+        for (const auto& product : std::as_const(arrProducts))
+            if (stringOrNull(member(product, QStringLiteral("name"))) == name) ids.append(member(product, QStringLiteral("id")));
+    request.apsList = ids;
+    for (const auto& plant : std::as_const(arrPlants))
+        if (isString(member(plant, QStringLiteral("name")), lblFarm->text())) request.produceID = member(plant, QStringLiteral("id"));
+    auto self = strong(this);
+    request.addProduct(
+        [self](const Json& response) {
+            if (self->hud) self->hud->hideAnimated(true);
+            if (status(response) != 200) {
+                auto* alert = AlertController::simple(QStringLiteral("Uyarı"), firstError(response), QStringLiteral("Tamam"));
+                self->presentViewController(alert, true);
+                return;
+            }
+            self->removeNewProduceView();
+            self->getFarms();
+        },
+        [self](const Json&) {
+            if (self->hud) self->hud->hideAnimated(true);
+        });
+}
+
+} // namespace ekinora::home

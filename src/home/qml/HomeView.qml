@@ -1,0 +1,539 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Controls.Material
+import "qrc:/ekinora/platform/qml"
+import "qrc:/ekinora/widgets"
+
+// The farmer's home: today's weather card, the market and contact buttons, the farm cards, and the
+// panels over them (adding a farm, its crop and products, the consent questions and notice).
+Rectangle {
+    id: root
+    objectName: "ViewController"
+    color: "#f3f5f0"
+
+    readonly property color leaf: "#78b930"
+    readonly property color ink: "#333333"
+    readonly property color soft: "#6b6b6b"
+
+    component Caption: Text {
+        color: "white"
+        opacity: 0.85
+        font.pixelSize: 13
+    }
+    component ActionButton: Button {
+        id: action
+        property string act: ""
+        property color tint: root.leaf
+        objectName: act
+        font.capitalization: Font.MixedCase
+        font.pixelSize: 16
+        font.bold: true
+        implicitHeight: 48
+        Material.background: tint
+        Material.foreground: "white"
+        palette.button: tint
+        palette.buttonText: "white"
+        Accessible.name: text
+        onClicked: controller[act]()
+    }
+    component PlainButton: Button {
+        property string act: ""
+        objectName: act
+        flat: true
+        font.capitalization: Font.MixedCase
+        font.pixelSize: 16
+        implicitHeight: 48
+        Material.foreground: root.ink
+        Accessible.name: text
+        onClicked: controller[act]()
+    }
+    // A dimmed layer that takes every touch below a panel.
+    component Dim: Rectangle {
+        anchors.fill: parent
+        color: "#80000000"
+        MouseArea { anchors.fill: parent }
+    }
+
+    Flickable {
+        id: page
+        anchors.fill: parent
+        contentHeight: content.height + 24
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+
+        Column {
+            id: content
+            width: page.width
+            topPadding: 16
+            spacing: 12
+
+            // Today's weather in the farmer's county.
+            Rectangle {
+                id: weather
+                x: 16
+                width: parent.width - 32
+                height: 168
+                radius: 12
+                gradient: Gradient {
+                    GradientStop { position: 0; color: "#8cc63f" }
+                    GradientStop { position: 1; color: "#5d9a1f" }
+                }
+
+                PLabel {
+                    model: lblWeatherLocation
+                    anchors { left: parent.left; top: parent.top; leftMargin: 16; topMargin: 14 }
+                    width: parent.width - 150
+                    color: "white"
+                    font.pixelSize: 20
+                    font.bold: true
+                }
+                PLabel {
+                    model: lblWeatherDate
+                    anchors { right: parent.right; top: parent.top; rightMargin: 16; topMargin: 18 }
+                    color: "white"
+                    font.pixelSize: 14
+                }
+                PImageView {
+                    id: icon
+                    model: imgWeatherCondition
+                    anchors { left: parent.left; leftMargin: 12; top: parent.top; topMargin: 50 }
+                    width: 88; height: 88
+                    Accessible.name: "Hava durumu simgesi"
+                }
+                Row {
+                    id: temperature
+                    anchors { left: icon.right; leftMargin: 8; top: icon.top; topMargin: 4 }
+                    PLabel {
+                        model: lblWeatherTemprature
+                        color: "white"
+                        font.pixelSize: 52
+                        font.bold: true
+                    }
+                    Text { text: "°C"; color: "white"; font.pixelSize: 22; topPadding: 8 }
+                }
+                PLabel {
+                    model: lblWeatherCondition
+                    anchors { left: temperature.left; top: temperature.bottom }
+                    width: 130
+                    color: "white"
+                    font.pixelSize: 14
+                }
+                Column {
+                    anchors { right: parent.right; rightMargin: 16; verticalCenter: icon.verticalCenter }
+                    spacing: 10
+                    Column {
+                        Caption { text: "Yağış" }
+                        Row {
+                            spacing: 4
+                            PLabel { model: lblWeatherRain; color: "white"; font.pixelSize: 18; font.bold: true }
+                            Text { text: "mm"; color: "white"; font.pixelSize: 14; anchors.baseline: parent.children[0].baseline }
+                        }
+                    }
+                    Column {
+                        Caption { text: "Rüzgar" }
+                        Row {
+                            spacing: 4
+                            PLabel { model: lblWeatherWind; color: "white"; font.pixelSize: 18; font.bold: true }
+                            Text { text: "km/s"; color: "white"; font.pixelSize: 14; anchors.baseline: parent.children[0].baseline }
+                        }
+                    }
+                }
+            }
+
+            // The market prices and the regional contact.
+            Row {
+                x: 16
+                spacing: 12
+                PView {
+                    model: viewEvent
+                    width: (content.width - 32 - 12) / 2
+                    height: 52
+                    radius: 8
+                    color: "white"
+                    Text {
+                        anchors.centerIn: parent
+                        text: "Tarım Borsası"
+                        color: root.ink
+                        font.pixelSize: 16
+                        font.bold: true
+                    }
+                    MouseArea {
+                        objectName: "openEventView"
+                        anchors.fill: parent
+                        onClicked: controller.openEventView()
+                        Accessible.role: Accessible.Button
+                        Accessible.name: "Tarım Borsası"
+                    }
+                }
+                ActionButton {
+                    act: "callPerson"
+                    width: (content.width - 32 - 12) / 2
+                    height: 52
+                    text: "Yetkiliyi Ara"
+                    tint: "#0090c5"
+                }
+            }
+
+            Text {
+                x: 16
+                text: "Tarlalarım"
+                color: root.ink
+                font.pixelSize: 18
+                font.bold: true
+            }
+
+            // The note at the limit stands in the space the list moves down by.
+            Item {
+                width: parent.width
+                height: constCollTopMargin.constant
+                visible: height > 0
+                PLabel {
+                    model: lblProductAlert
+                    anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 16; rightMargin: 16 }
+                    color: "#c0392b"
+                    font.pixelSize: 14
+                    wrapMode: Text.WordWrap
+                }
+            }
+
+            // The farm cards and the card for adding one.
+            Item {
+                id: farms
+                objectName: "collFarms"
+                width: parent.width
+                height: farmColumn.height
+                visible: !collFarms.hidden
+                property int revision: collFarms.revision
+
+                Column {
+                    id: farmColumn
+                    x: 16
+                    spacing: 16
+                    Repeater {
+                        model: { farms.revision; return controller.collFarmsNumberOfItems() }
+                        delegate: Item {
+                            id: cell
+                            property int row: index
+                            property int section: 0
+                            property var content: { farms.revision; return controller.collFarmsCell(index) }
+                            property size size: { farms.revision; return controller.collFarmsSizeForItem(index, farms.width) }
+                            objectName: content.reuseIdentifier || ""
+                            width: size.width
+                            height: size.height
+                            Accessible.role: Accessible.Button
+                            Accessible.name: content.reuseIdentifier === "FarmCell" ? content.lblFarm : "Tarla Ekle"
+
+                            // A farm: its picture, crop and present period.
+                            Rectangle {
+                                anchors.fill: parent
+                                visible: cell.content.reuseIdentifier === "FarmCell"
+                                radius: cell.content.cornerRadius || 0
+                                clip: cell.content.clipsToBounds || false
+                                color: "#dfe8d5"
+                                Image {
+                                    objectName: "imgBack"
+                                    anchors.fill: parent
+                                    asynchronous: true
+                                    fillMode: Image.PreserveAspectCrop
+                                    sourceSize.width: 716
+                                    source: cell.content.imageUrl ? cell.content.imageUrl
+                                          : cell.content.image ? "qrc:/ekinora/images/" + cell.content.image + ".png" : ""
+                                }
+                                Rectangle {
+                                    anchors.fill: parent
+                                    gradient: Gradient {
+                                        orientation: Gradient.Horizontal
+                                        GradientStop { position: 0; color: "#a0000000" }
+                                        GradientStop { position: 0.75; color: "#00000000" }
+                                    }
+                                }
+                                Column {
+                                    anchors { left: parent.left; bottom: parent.bottom; leftMargin: 16; bottomMargin: 16 }
+                                    width: parent.width - 32
+                                    spacing: 4
+                                    Text {
+                                        objectName: "lblFarm"
+                                        text: cell.content.lblFarm || ""
+                                        color: "white"
+                                        font.pixelSize: 24
+                                        font.bold: true
+                                        width: parent.width
+                                        elide: Text.ElideRight
+                                    }
+                                    Text {
+                                        objectName: "lblPeriod"
+                                        text: cell.content.lblPeriod || ""
+                                        visible: text.length > 0
+                                        color: "white"
+                                        font.pixelSize: 15
+                                        width: parent.width
+                                        elide: Text.ElideRight
+                                    }
+                                }
+                            }
+                            // The card for adding a farm.
+                            Rectangle {
+                                anchors.fill: parent
+                                visible: cell.content.reuseIdentifier === "NewFarmCell"
+                                radius: 8
+                                color: "white"
+                                border.color: root.leaf
+                                border.width: 1.5
+                                Text {
+                                    anchors.centerIn: parent
+                                    text: "+  Tarla Ekle"
+                                    color: root.leaf
+                                    font.pixelSize: 17
+                                    font.bold: true
+                                }
+                            }
+                            MouseArea { anchors.fill: parent; onClicked: controller.collFarmsDidSelectItem(cell.row) }
+                        }
+                    }
+                }
+            }
+        }
+    }
+
+    // Adding a farm: crop, size and products.
+    PView {
+        model: viewNewProduce
+        anchors.fill: parent
+        color: "transparent"
+        Dim {}
+        Rectangle {
+            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
+            height: form.height + 32
+            radius: 12
+            color: "white"
+            Column {
+                id: form
+                x: 16; y: 16
+                width: parent.width - 32
+                spacing: 12
+                Text { text: "Yeni Tarla"; color: root.ink; font.pixelSize: 20; font.bold: true }
+                Text { text: "Ürün"; color: root.soft; font.pixelSize: 13 }
+                Rectangle {
+                    width: parent.width; height: 48; radius: 6
+                    border.color: "#cccccc"
+                    PLabel { model: lblFarm; anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 32 } }
+                    Text { anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter } text: "›"; font.pixelSize: 22; color: root.soft }
+                    MouseArea {
+                        objectName: "openPlantsView"
+                        anchors.fill: parent
+                        onClicked: controller.openPlantsView()
+                        Accessible.role: Accessible.Button
+                        Accessible.name: "Ürün seç"
+                    }
+                }
+                Text { text: "Tarla büyüklüğü (dekar)"; color: root.soft; font.pixelSize: 13 }
+                PTextField { model: txtFarmSize; width: parent.width; placeholderText: "Örneğin 120"; Accessible.name: "Tarla büyüklüğü" }
+                Text { text: "Zirai ürünler"; color: root.soft; font.pixelSize: 13 }
+                Rectangle {
+                    width: parent.width; height: Math.max(48, productText.implicitHeight + 24); radius: 6
+                    border.color: "#cccccc"
+                    PLabel { id: productText; model: lblProduct; anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 32 } }
+                    Text { anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter } text: "›"; font.pixelSize: 22; color: root.soft }
+                    MouseArea {
+                        objectName: "openProductView"
+                        anchors.fill: parent
+                        onClicked: controller.openProductView()
+                        Accessible.role: Accessible.Button
+                        Accessible.name: "Zirai ürün seç"
+                    }
+                }
+                Row {
+                    width: parent.width
+                    spacing: 12
+                    PlainButton { act: "removeNewProduceView"; text: "Vazgeç"; width: (parent.width - 12) / 2 }
+                    PButton {
+                        model: btnNewProduce
+                        width: (parent.width - 12) / 2
+                        text: "Kaydet"
+                        font.bold: true
+                        Material.background: root.leaf
+                        Material.foreground: "white"
+                    }
+                }
+                PButton { model: btnUpdateProduce; width: parent.width; text: "Güncelle" }
+                PButton { model: btnDeleteProduce; width: parent.width; text: "Sil" }
+            }
+        }
+    }
+
+    // The crops, two columns.
+    PView {
+        model: viewPlant
+        anchors.fill: parent
+        color: "transparent"
+        Dim {}
+        Rectangle {
+            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
+            height: plantColumn.height + 24
+            radius: 12
+            color: "white"
+            Column {
+                id: plantColumn
+                x: 12; y: 12
+                width: parent.width - 24
+                spacing: 8
+                Text { text: "Ürün Seçiniz"; color: root.ink; font.pixelSize: 18; font.bold: true }
+                GridView {
+                    id: plants
+                    objectName: "collPlants"
+                    width: parent.width
+                    height: Math.min(constCollPlantHeight.constant, root.height - 200)
+                    clip: true
+                    cellWidth: (width - 1) / 2 + 1
+                    cellHeight: 51
+                    boundsBehavior: Flickable.StopAtBounds
+                    property int revision: collPlants.revision
+                    model: { revision; return controller.collPlantsNumberOfItems() }
+                    delegate: ItemDelegate {
+                        objectName: "PlantCell"
+                        property int row: index
+                        property var content: { plants.revision; return controller.collPlantsCell(index) }
+                        width: (plants.width - 1) / 2
+                        height: 50
+                        Accessible.name: content.lblPlantName || ""
+                        contentItem: Text {
+                            objectName: "lblPlantName"
+                            text: parent.content.lblPlantName || ""
+                            color: parent.content.textColor || root.ink
+                            font.underline: parent.content.underline || false
+                            font.pixelSize: 16
+                            verticalAlignment: Text.AlignVCenter
+                            horizontalAlignment: Text.AlignHCenter
+                        }
+                        onClicked: controller.collPlantsDidSelectItem(index)
+                    }
+                }
+                PlainButton { act: "removePlantsView"; text: "Kapat"; anchors.right: parent.right }
+            }
+        }
+    }
+
+    // The products, up to four.
+    PView {
+        model: viewProduct
+        anchors.fill: parent
+        color: "transparent"
+        Dim {}
+        Rectangle {
+            anchors { fill: parent; margins: 16; topMargin: 48; bottomMargin: 48 }
+            radius: 12
+            color: "white"
+            Text {
+                id: productsTitle
+                x: 16; y: 14
+                text: "Zirai Ürün Seçiniz"
+                color: root.ink
+                font.pixelSize: 18
+                font.bold: true
+            }
+            ListView {
+                id: products
+                objectName: "tblProducts"
+                anchors { left: parent.left; right: parent.right; top: productsTitle.bottom; bottom: productButtons.top; margins: 8 }
+                clip: true
+                boundsBehavior: Flickable.StopAtBounds
+                property int revision: tblProducts.revision
+                model: { revision; return controller.tblProductsNumberOfRows() }
+                delegate: ItemDelegate {
+                    objectName: "ProductCell"
+                    property int row: index
+                    property var content: { products.revision; return controller.tblProductsCell(index) }
+                    width: products.width
+                    height: 48
+                    Accessible.name: content.name || ""
+                    contentItem: Text {
+                        text: parent.content.name || ""
+                        color: parent.content.textColor || root.ink
+                        font.underline: parent.content.underline || false
+                        font.pixelSize: 16
+                        verticalAlignment: Text.AlignVCenter
+                        elide: Text.ElideRight
+                    }
+                    onClicked: controller.tblProductsDidSelectRow(index)
+                }
+            }
+            Row {
+                id: productButtons
+                anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 16 }
+                spacing: 12
+                PlainButton { act: "removeProductView"; text: "Vazgeç"; width: (parent.width - 12) / 2 }
+                ActionButton { act: "acceptProductView"; text: "Tamam"; width: (parent.width - 12) / 2 }
+            }
+        }
+    }
+
+    // The three permissions the service asks about.
+    PView {
+        model: viewKVKK
+        anchors.fill: parent
+        color: "transparent"
+        Dim {}
+        Rectangle {
+            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
+            height: consent.height + 40
+            radius: 12
+            color: "white"
+            Column {
+                id: consent
+                x: 20; y: 20
+                width: parent.width - 40
+                spacing: 10
+                Text { text: "İletişim İzinleri"; color: root.ink; font.pixelSize: 20; font.bold: true }
+                Text {
+                    width: parent.width
+                    wrapMode: Text.WordWrap
+                    color: root.soft
+                    font.pixelSize: 14
+                    text: "Kampanya, duyuru ve tarımsal önerilerimizi hangi yollarla almak istediğinizi seçin. İzinlerinizi dilediğiniz zaman değiştirebilirsiniz."
+                }
+                Button {
+                    objectName: "openETKView"
+                    flat: true
+                    font.capitalization: Font.MixedCase
+                    font.pixelSize: 14
+                    implicitHeight: 44
+                    leftPadding: 0
+                    text: "Aydınlatma Metnini okuyun"
+                    Material.foreground: "#0090c5"
+                    Accessible.name: text
+                    onClicked: controller.openETKView()
+                }
+                RadioButton { model: radioETK1; width: 300 }
+                RadioButton { model: radioETK2; width: 300 }
+                RadioButton { model: radioETK3; width: 300 }
+                ActionButton { act: "setETKinfo"; text: "Kaydet"; width: parent.width }
+            }
+        }
+    }
+
+    // The notice itself.
+    PView {
+        model: viewETK
+        anchors.fill: parent
+        color: "white"
+        PWebView { model: webviewETK; anchors { fill: parent; bottomMargin: 64 } }
+        ActionButton {
+            act: "closeETKView"
+            text: "Kapat"
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 8 }
+        }
+    }
+
+    // The splash lies over the whole window, the bars included, until it is taken away.
+    PImageView {
+        model: imgLoading
+        parent: root.Window.window ? root.Window.window.contentItem : root
+        x: 0; y: 0
+        width: parent ? parent.width : 0
+        height: parent ? parent.height : 0
+        z: 2000
+        fillMode: Image.PreserveAspectCrop
+        MouseArea { anchors.fill: parent }
+        Accessible.name: "Ekinora"
+    }
+}
