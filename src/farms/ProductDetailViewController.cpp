@@ -85,7 +85,7 @@ ProductDetailViewController::ProductDetailViewController(QObject* parent)
                                   [this](CollectionView* c, int) { return listOf(c).isEmpty() ? 0 : 1; },
                                   [this](CollectionView* c, int section, int) { return pestCell(c, section); });
         // The layout follows the collection's size and its sections.
-        connect(collection, &View::changed, layout, [this, collection, layout] {
+        connect(collection, &CollectionView::sizeChanged, layout, [this, collection, layout] {
             layout->setCollectionViewSize(collection->size());
             layout->setItemSize(pestItemSize(collection));
         });

@@ -45,7 +45,7 @@ class CollectionView : public TableView {
     Q_OBJECT
     Q_PROPERTY(QList<QObject*> cells READ cellObjects NOTIFY cellsChanged)
     // The collection's size once laid out, written by the arrangement.
-    Q_PROPERTY(QSizeF size READ size WRITE setSize NOTIFY changed)
+    Q_PROPERTY(QSizeF size READ size WRITE setSize NOTIFY sizeChanged)
     Q_PROPERTY(int flashCount READ flashCount NOTIFY scrollIndicatorsFlashed)
 public:
     // UICollectionViewScrollPosition values.
@@ -76,7 +76,11 @@ public:
     CollectionViewCell* cellForItem(int section, int item) const;
 
     QSizeF size() const { return m_size; }
-    void setSize(const QSizeF& s) { set(m_size, s); }
+    void setSize(const QSizeF& s) {
+        if (m_size == s) return;
+        m_size = s;
+        emit sizeChanged();
+    }
 
     // A tap on an item, from the arrangement or a test.
     Q_INVOKABLE void selectItem(int section, int item);
@@ -91,6 +95,7 @@ public:
 
 signals:
     void cellsChanged();
+    void sizeChanged();
     void scrollToItemRequested(int section, int item, int scrollPosition, bool animated);
     void scrollIndicatorsFlashed();
 

@@ -15,7 +15,7 @@ LayoutConstraint::LayoutConstraint(const QString& name, double constant, QObject
 
 void ImageView::setImageWithURL(const QUrl& url, Completion completed) {
     m_completion = std::move(completed);
-    set(m_url, url);
+    setPicture(m_url, url);
     emit imageRequested();
 }
 

@@ -187,26 +187,31 @@ private:
 
 class ImageView : public View {
     Q_OBJECT
-    // A bundled picture's name, or a remote address.
-    Q_PROPERTY(QString image READ image WRITE setImage NOTIFY changed)
-    Q_PROPERTY(QUrl imageUrl READ imageUrl WRITE setImageUrl NOTIFY changed)
+    // A bundled picture's name, or a remote address. The picture's own properties notify apart from the
+    // view's, so that what draws the picture loads it again only when the picture changes.
+    Q_PROPERTY(QString image READ image WRITE setImage NOTIFY imageChanged)
+    Q_PROPERTY(QUrl imageUrl READ imageUrl WRITE setImageUrl NOTIFY imageChanged)
     // The size a vector picture is drawn at; empty: its own size.
-    Q_PROPERTY(QSizeF renderSize READ renderSize WRITE setRenderSize NOTIFY changed)
+    Q_PROPERTY(QSizeF renderSize READ renderSize WRITE setRenderSize NOTIFY imageChanged)
     // The view's size once the arrangement has laid it out, written by the arrangement.
-    Q_PROPERTY(QSizeF frameSize READ frameSize WRITE setFrameSize NOTIFY changed)
+    Q_PROPERTY(QSizeF frameSize READ frameSize WRITE setFrameSize NOTIFY frameSizeChanged)
 public:
     // Runs once the view has finished loading the address it was given, with or without a picture.
     using Completion = std::function<void(bool loaded)>;
 
     using View::View;
     QString image() const { return m_image; }
-    void setImage(const QString& i) { set(m_image, i); }
+    void setImage(const QString& i) { setPicture(m_image, i); }
     QUrl imageUrl() const { return m_url; }
     void setImageUrl(const QUrl& u) { setImageWithURL(u); }
     QSizeF renderSize() const { return m_renderSize; }
-    void setRenderSize(const QSizeF& s) { set(m_renderSize, s); }
+    void setRenderSize(const QSizeF& s) { setPicture(m_renderSize, s); }
     QSizeF frameSize() const { return m_frameSize; }
-    void setFrameSize(const QSizeF& s) { set(m_frameSize, s); }
+    void setFrameSize(const QSizeF& s) {
+        if (m_frameSize == s) return;
+        m_frameSize = s;
+        emit frameSizeChanged();
+    }
 
     // sd_setImageWithURL:completed: a later address replaces the wait for an earlier one.
     void setImageWithURL(const QUrl& url, Completion completed = {});
@@ -215,10 +220,18 @@ public:
     Q_INVOKABLE void imageLoadEnded(const QUrl& url, bool loaded);
 
 signals:
+    void imageChanged();
+    void frameSizeChanged();
     // An address was given, also the one already shown.
     void imageRequested();
 
 private:
+    template <class T> void setPicture(T& field, const T& value) {
+        if (field == value) return;
+        field = value;
+        emit imageChanged();
+        emit changed();
+    }
     QString m_image;
     QUrl m_url;
     QSizeF m_renderSize;

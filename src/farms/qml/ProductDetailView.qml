@@ -20,7 +20,6 @@ Rectangle {
         width: parent.width
         height: 200
         fillMode: Image.PreserveAspectCrop
-        sourceSize.width: 780
         clip: true
         Accessible.name: "Ürün görseli"
     }
@@ -68,7 +67,7 @@ Rectangle {
         id: periods
         objectName: "collPeriods"
         readonly property real side: controller.periodItemSide
-        y: 96
+        y: 120
         width: parent.width
         height: side
         visible: !collPeriods.hidden
@@ -251,7 +250,6 @@ Rectangle {
                             model: card.m.imgBack
                             anchors.fill: parent
                             fillMode: Image.PreserveAspectCrop
-                            sourceSize.width: 720
                         }
                         Repeater {
                             model: card.m.productImages
@@ -266,7 +264,6 @@ Rectangle {
                                     model: modelData
                                     anchors.fill: parent
                                     anchors.margins: 2
-                                    sourceSize.width: 120
                                     Accessible.name: "Ürün"
                                 }
                             }

@@ -29,10 +29,12 @@ Rectangle {
         font.pixelSize: 16
         font.bold: true
         implicitHeight: 48
-        Material.background: tint
         Material.foreground: "white"
-        palette.button: tint
         palette.buttonText: "white"
+        background: Rectangle {
+            radius: 8
+            color: action.down ? Qt.darker(action.tint, 1.15) : action.tint
+        }
         Accessible.name: text
         onClicked: controller[act]()
     }

@@ -25,10 +25,11 @@ Image {
         if (status === Image.Ready) model.imageLoadEnded(model.imageUrl, true)
         else if (status === Image.Error) model.imageLoadEnded(model.imageUrl, false)
     }
-    onStatusChanged: reportEnd()
+    // Reported after the change that caused it has settled.
+    onStatusChanged: Qt.callLater(reportEnd)
     Connections {
         target: image.model
         // The same address again loads nothing new: its end is the present state.
-        function onImageRequested() { if (image.source == image.model.imageUrl) image.reportEnd() }
+        function onImageRequested() { if (image.source == image.model.imageUrl) Qt.callLater(image.reportEnd) }
     }
 }

@@ -1,0 +1,245 @@
+// The farmer's home and crop calendar: the real application in-process, offscreen, against the real
+// reference service, driven through the object contract as a user would.
+
+#include "Ekinora.h"
+#include "QuickProbe.h"
+#include "accounts/DemoAccounts.h"
+#include "core/Server.h"
+#include "farms/DocumentViewController.h"
+#include "farms/ProductDetailViewController.h"
+#include "platform/Platform.h"
+#include "platform/SideMenuViewController.h"
+#include "platform/NavigationController.h"
+
+#include <QDate>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace ekinora;
+using namespace ekinora::testing;
+
+class HomeEndToEnd : public QObject {
+    Q_OBJECT
+private slots:
+    void init() {
+        service = std::make_unique<server::Server>(server::ServerOptions{});
+        service->start();
+        settings = std::make_unique<QTemporaryDir>();
+        codes.clear();
+    }
+    void cleanup() {
+        app.reset();
+        service.reset();
+        settings.reset();
+    }
+
+    void farmerSeesWeatherFarmsCalendarAndDocument() {
+        startApp();
+        signIn(server::accounts::demoAccount("farmer").phone);
+
+        // Today's weather for his county, and his two farms with their periods.
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "ViewController"), 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(text("lblWeatherLocation"), QStringLiteral("Çumra"), 5000);
+        const QDate today = QDate::currentDate();
+        QTRY_COMPARE(text("lblWeatherDate"), QStringLiteral("%1.%2.%3").arg(today.day()).arg(today.month()).arg(today.year()));
+        QVERIFY(QRegularExpression(QStringLiteral("^-?\\d+$")).match(text("lblWeatherTemprature")).hasMatch());
+        QQuickItem* icon = itemNamed(window(), "imgWeatherCondition");
+        QTRY_COMPARE_WITH_TIMEOUT(icon->property("status").toInt(), 1, 5000); // Image.Ready
+        QVERIFY(icon->property("source").toString().endsWith("_day.svg"));
+        const auto weatherCalls = sent("weather/weather-json");
+        QCOMPARE(weatherCalls.size(), size_t(1));
+        QVERIFY(weatherCalls.front().target.find("date=" + today.toString("yyyy-MM-dd").toStdString()) != std::string::npos);
+        QVERIFY(weatherCalls.front().target.find("bearer") == std::string::npos);
+
+        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "FarmCell").size(), 2, 5000);
+        const auto farms = itemsNamed(window()->contentItem(), "FarmCell");
+        QCOMPARE(farms.at(0)->property("content").toMap().value("lblFarm").toString(), QStringLiteral("Buğday"));
+        QCOMPARE(farms.at(1)->property("content").toMap().value("lblFarm").toString(), QStringLiteral("Şeker Pancarı"));
+        QVERIFY(!farms.at(0)->property("content").toMap().value("lblPeriod").toString().isEmpty());
+        QVERIFY(itemNamed(window(), "NewFarmCell"));
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+        screenshot(QStringLiteral("home-farmer"));
+
+        // The wheat's calendar: the farm's period marked, its pests listed.
+        tapItem(window(), farms.at(0));
+        QTRY_VERIFY_WITH_TIMEOUT(calendar(), 3000);
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+        QCOMPARE(calendar()->lblTitle->text(), QStringLiteral("Buğday Bitkisi İçin Çözümler"));
+        const int current = calendar()->currentPeriod;
+        const int currentRow = periodRow(current);
+        QVERIFY(currentRow >= 0);
+        QCOMPARE(pictureSide(currentRow), farms::ProductDetailViewController::periodPictureSide() + 10);
+        const QStringList pestsBefore = pestNames();
+        QVERIFY(!pestsBefore.isEmpty());
+        QVERIFY(!itemsNamed(window()->contentItem(), "PestCell").isEmpty());
+        QTest::qWait(900); // scrolled to the present period
+        screenshot(QStringLiteral("calendar-wheat"));
+
+        // Another period: its pests arrive and it is marked.
+        const int otherRow = currentRow + 1 < int(calendar()->arrPeriods.size()) ? currentRow + 1 : currentRow - 1;
+        const int other = calendar()->arrPeriods.at(otherRow).toObject().value("id").toInt();
+        tapItem(window(), periodCellItem(otherRow));
+        QTRY_COMPARE_WITH_TIMEOUT(sent("produce/set-period").size(), size_t(1), 3000);
+        QTRY_VERIFY_WITH_TIMEOUT(pestNames() != pestsBefore, 5000);
+        QCOMPARE(calendar()->currentPeriod, other);
+        QTRY_COMPARE(pictureSide(otherRow), farms::ProductDetailViewController::periodPictureSide() + 10);
+        QCOMPARE(pictureSide(currentRow), farms::ProductDetailViewController::periodPictureSide());
+        QTest::qWait(900);
+        screenshot(QStringLiteral("calendar-wheat-other-period"));
+
+        // Closed; the sugar beet's farm opens its period's document instead.
+        tapItem(window(), itemNamed(window(), "btnCancel"));
+        QTRY_VERIFY(!calendar());
+        tapItem(window(), itemsNamed(window()->contentItem(), "FarmCell").at(1));
+        QTRY_VERIFY_WITH_TIMEOUT(document(), 3000);
+        QVERIFY(document()->navBar->text().startsWith(QStringLiteral("Şeker Pancarı - ")));
+        QVERIFY(document()->webViewDocument->url().toString().endsWith(".pdf"));
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 20000);
+        QTest::qWait(1200); // the viewer draws the pages
+        screenshot(QStringLiteral("document-sugar-beet"));
+        tapItem(window(), itemNamed(window(), "close"));
+        QTRY_VERIFY(!document());
+    }
+
+    void clubMemberIsInvitedInHisFirstRunsOnly() {
+        startApp();
+        signIn(server::accounts::demoAccount("loyalty").phone);
+        // First run: the invitation.
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
+        QQuickItem* alert = itemNamed(window(), "alert");
+        QCOMPARE(alert->property("title").toString(), QStringLiteral("Bilgilendirme"));
+        QCOMPARE(alert->property("message").toString(), QStringLiteral("Bereket Kulübümüz başladı, tıklayın, siz de kazanın!"));
+        const auto buttons = itemsNamed(alert, "alertButton");
+        QCOMPARE(buttons.size(), 2);
+        QCOMPARE(buttons.at(0)->property("text").toString(), QStringLiteral("Bereket Kulübü"));
+        QCOMPARE(buttons.at(1)->property("text").toString(), QStringLiteral("Kapat"));
+        screenshot(QStringLiteral("home-club-invitation"));
+        tapItem(window(), buttons.at(1));
+        QTRY_VERIFY(!itemNamed(window(), "alert"));
+
+        // Second run, on the stored session: once more.
+        restartApp();
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
+        tapItem(window(), itemsNamed(itemNamed(window(), "alert"), "alertButton").at(1));
+        QTRY_VERIFY(!itemNamed(window(), "alert"));
+
+        // Third run: the home and his vineyard, no invitation.
+        const size_t profilesBefore = sent("farmer/profile").size();
+        restartApp();
+        QTRY_VERIFY_WITH_TIMEOUT(sent("farmer/profile").size() > profilesBefore, 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "FarmCell").size(), 1, 5000);
+        QTest::qWait(500);
+        QVERIFY(!itemNamed(window(), "alert"));
+        QCOMPARE(app->platform().defaults().stringForKey("libStat"), QStringLiteral("0"));
+        screenshot(QStringLiteral("home-club-member-third-run"));
+    }
+
+private:
+    void startApp() {
+        StartOptions options;
+        options.serviceBase = QString::fromStdString(service->baseUrl());
+        options.settingsDir = settings->path();
+        app = std::make_unique<Ekinora>(options);
+        auto& application = app->platform().application();
+        application.setEchoLog(qEnvironmentVariableIsSet("EKINORA_ECHO_LOG"));
+        // The code the service issued is written to the log.
+        connect(&application, &platform::Application::logged, this, [this](const QString& line) {
+            if (QRegularExpression(QStringLiteral("^\\d{6}$")).match(line).hasMatch()) codes << line;
+        });
+        QVERIFY(app->start());
+        QVERIFY(QTest::qWaitForWindowExposed(window()));
+    }
+
+    void restartApp() {
+        app.reset();
+        startApp();
+    }
+
+    void typeInto(const char* field, const std::string& text) {
+        QQuickItem* item = itemNamed(window(), field);
+        QVERIFY(item);
+        tapItem(window(), item);
+        QTRY_VERIFY(item->hasActiveFocus());
+        for (char c : text) QTest::keyClick(window(), c);
+        QTRY_COMPARE(item->property("text").toString(), QString::fromStdString(text));
+    }
+
+    void signIn(const std::string& phone) {
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "txtLoginPhone"), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 8000);
+        typeInto("txtLoginPhone", phone);
+        tapItem(window(), itemNamed(window(), "getSmsCodeForLogin"));
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewLoginCode"), 5000);
+        QTRY_VERIFY(!codes.isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+        typeInto("txtLoginCode", codes.last().toStdString());
+        tapItem(window(), itemNamed(window(), "validateSmsCodeForLogin"));
+    }
+
+    // No picture of the scene still loading.
+    static int loadingPictures(QQuickItem* item) {
+        int n = item->isVisible() && item->inherits("QQuickImage") && item->property("status").toInt() == 2 ? 1 : 0;
+        for (QQuickItem* child : item->childItems()) n += loadingPictures(child);
+        return n;
+    }
+    void screenshot(const QString& name) {
+        QTRY_COMPARE_WITH_TIMEOUT(loadingPictures(window()->contentItem()), 0, 5000);
+        QTest::qWait(300);
+        saveScreenshot(window(), name);
+    }
+
+    QString text(const char* name) const {
+        QQuickItem* item = itemNamed(window(), name);
+        return item ? item->property("text").toString() : QString();
+    }
+
+    std::vector<server::RecordedRequest> sent(const QString& command) const {
+        const QRegularExpression pattern(QStringLiteral("[?&]do=%1(&|$)").arg(QRegularExpression::escape(command)));
+        std::vector<server::RecordedRequest> found;
+        for (const auto& r : service->requests())
+            if (pattern.match(QString::fromStdString(r.target).replace("%2F", "/")).hasMatch()) found.push_back(r);
+        return found;
+    }
+
+    template <class T> T* presented() const {
+        for (auto* c : app->platform().window().presentedControllers())
+            if (auto* t = qobject_cast<T*>(c)) return t;
+        return nullptr;
+    }
+    farms::ProductDetailViewController* calendar() const { return presented<farms::ProductDetailViewController>(); }
+    farms::DocumentViewController* document() const { return presented<farms::DocumentViewController>(); }
+
+    int periodRow(int id) const {
+        const QJsonArray& periods = calendar()->arrPeriods;
+        for (int i = 0; i < periods.size(); ++i)
+            if (periods.at(i).toObject().value("id").toInt() == id) return i;
+        return -1;
+    }
+    QQuickItem* periodCellItem(int row) const {
+        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "PeriodCell"))
+            if (cell->property("row").toInt() == row) return cell;
+        return nullptr;
+    }
+    double pictureSide(int row) const {
+        QQuickItem* cell = periodCellItem(row);
+        const auto pictures = cell ? itemsNamed(cell, "imgPeriod") : QList<QQuickItem*>{};
+        return pictures.isEmpty() ? -1 : pictures.first()->width();
+    }
+    QStringList pestNames() const {
+        QStringList names;
+        for (auto* c : {calendar()->collYabanciOtlar, calendar()->collZararliCanlilar, calendar()->collHastaliklar})
+            for (auto* cell : c->visibleCells()) names << static_cast<farms::PestsCollectionViewCell*>(cell)->lblTitle->text();
+        return names;
+    }
+
+    QQuickWindow* window() const { return app->platform().window().quickWindow(); }
+
+    std::unique_ptr<server::Server> service;
+    std::unique_ptr<QTemporaryDir> settings;
+    std::unique_ptr<Ekinora> app;
+    QStringList codes;
+};
+
+EKINORA_GUI_TEST_MAIN(HomeEndToEnd)
+#include "tst_home_e2e.moc"
