@@ -116,6 +116,7 @@ ViewController::ViewController(QObject* parent)
     for (auto* radio : {radioETK1, radioETK2, radioETK3}) {
         radio->setMultipleSelectionEnabled(true);
         radio->setIconSize(22);
+        radio->setContentHorizontalAlignment(widgets::GroupedRadioButton::AlignLeft);
     }
     txtFarmSize->setKeyboardType(8);
     lblProduct->setNumberOfLines(0);

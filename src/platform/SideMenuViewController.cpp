@@ -104,4 +104,12 @@ void SideMenuViewController::viewDidAppear(bool animated) {
     if (m_content) m_content->endAppearance(animated);
 }
 
+void SideMenuViewController::viewWillDisappear(bool animated) {
+    if (m_content) m_content->beginDisappearance(animated);
+}
+
+void SideMenuViewController::viewDidDisappear(bool animated) {
+    if (m_content) m_content->endDisappearance(animated);
+}
+
 } // namespace ekinora::platform

@@ -50,6 +50,8 @@ public:
 
     void viewWillAppear(bool animated) override;
     void viewDidAppear(bool animated) override;
+    void viewWillDisappear(bool animated) override;
+    void viewDidDisappear(bool animated) override;
 
 protected:
     // The container's delegate calls.

@@ -1,5 +1,6 @@
 #include "ViewController.h"
 
+#include "AlertController.h"
 #include "Foundation.h"
 #include "NavigationController.h"
 #include "Platform.h"
@@ -115,6 +116,25 @@ void ViewController::endDisappearance(bool animated) {
     viewDidDisappear(animated);
 }
 
+namespace {
+
+// A presentation over the full screen (or over the current context) takes the presenting screens off
+// the screen until it is dismissed, and they appear again then; an alert and a presentation over the
+// full screen leave them in place.
+bool coversPresenter(const ViewController* presented) {
+    if (qobject_cast<const AlertController*>(presented)) return false;
+    return presented->modalPresentationStyle == 0 || presented->modalPresentationStyle == 3;
+}
+
+// The screens a covering presentation takes away: the presenter with all its containers.
+ViewController* presentationContext(ViewController* presenter) {
+    ViewController* c = presenter;
+    while (c->parentViewController()) c = c->parentViewController();
+    return c;
+}
+
+} // namespace
+
 bool ViewController::presentViewController(ViewController* controller, bool animated, std::function<void()> completion) {
     Window& window = Platform::current().window();
     if (m_presented) {
@@ -128,8 +148,13 @@ bool ViewController::presentViewController(ViewController* controller, bool anim
     controller->retain();
     m_presented = controller;
     controller->m_presenting = this;
+    ViewController* covered = coversPresenter(controller) ? presentationContext(this) : nullptr;
+    if (covered && !covered->isVisible()) covered = nullptr;
+    controller->m_covered = covered;
+    if (covered) covered->beginDisappearance(animated);
     controller->beginAppearance(animated);
     window.addPresented(controller);
+    if (covered) covered->endDisappearance(animated);
     controller->endAppearance(animated);
     if (completion) completion();
     return true;
@@ -145,9 +170,13 @@ void ViewController::dismissViewControllerAnimated(bool animated, std::function<
         if (!presenter) return;
     }
     if (presented->m_presented) presented->dismissViewControllerAnimated(animated);
+    ViewController* uncovered = presented->m_covered;
+    presented->m_covered = nullptr;
     presented->beginDisappearance(animated);
+    if (uncovered) uncovered->beginAppearance(animated);
     Platform::current().window().removePresented(presented);
     presented->endDisappearance(animated);
+    if (uncovered) uncovered->endAppearance(animated);
     presenter->m_presented = nullptr;
     presented->m_presenting = nullptr;
     presented->release();

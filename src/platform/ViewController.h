@@ -158,6 +158,8 @@ private:
     SideMenuViewController* m_sideMenu = nullptr;
     QPointer<ViewController> m_presented;
     QPointer<ViewController> m_presenting;
+    // The screens this one took off the screen when it was presented over them.
+    QPointer<ViewController> m_covered;
     int m_retainCount = 0;
 };
 

@@ -25,6 +25,8 @@ private slots:
     void init() {
         service = std::make_unique<server::Server>(server::ServerOptions{});
         service->start();
+        // The campaign card of the poll belongs to the sign-in journeys.
+        service->setPopupActive(false);
         settings = std::make_unique<QTemporaryDir>();
         codes.clear();
     }
@@ -88,9 +90,13 @@ private slots:
         QTest::qWait(900);
         screenshot(QStringLiteral("calendar-wheat-other-period"));
 
-        // Closed; the sugar beet's farm opens its period's document instead.
+        // Closed: the home appears again and its card names the new period. The sugar beet's farm
+        // opens its period's document instead.
+        const QString otherName = calendar()->arrPeriods.at(otherRow).toObject().value("name").toString();
         tapItem(window(), itemNamed(window(), "btnCancel"));
         QTRY_VERIFY(!calendar());
+        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "FarmCell").at(0)->property("content").toMap().value("lblPeriod").toString(),
+                                  otherName, 5000);
         tapItem(window(), itemsNamed(window()->contentItem(), "FarmCell").at(1));
         QTRY_VERIFY_WITH_TIMEOUT(document(), 3000);
         QVERIFY(document()->navBar->text().startsWith(QStringLiteral("Şeker Pancarı - ")));
@@ -100,6 +106,29 @@ private slots:
         screenshot(QStringLiteral("document-sugar-beet"));
         tapItem(window(), itemNamed(window(), "close"));
         QTRY_VERIFY(!document());
+
+        // A third farm: crop and size in the panel, then the list is full.
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+        tapItem(window(), itemNamed(window(), "NewFarmCell"));
+        QTRY_VERIFY(itemNamed(window(), "viewNewProduce"));
+        tapItem(window(), itemNamed(window(), "openPlantsView"));
+        QTRY_VERIFY(itemNamed(window(), "viewPlant"));
+        screenshot(QStringLiteral("home-crop-list"));
+        QQuickItem* maize = nullptr;
+        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "PlantCell"))
+            if (cell->property("content").toMap().value("lblPlantName").toString() == QStringLiteral("Mısır")) maize = cell;
+        QVERIFY(maize);
+        tapItem(window(), maize);
+        QTRY_VERIFY(!itemNamed(window(), "viewPlant"));
+        QCOMPARE(itemsNamed(itemNamed(window(), "viewNewProduce"), "lblFarm").first()->property("text").toString(), QStringLiteral("Mısır"));
+        typeInto("txtFarmSize", "25");
+        screenshot(QStringLiteral("home-new-farm"));
+        tapItem(window(), itemNamed(window(), "btnNewProduce"));
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "viewNewProduce"), 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "FarmCell").size(), 3, 5000);
+        QVERIFY(!itemNamed(window(), "NewFarmCell"));
+        QVERIFY(itemNamed(window(), "lblProductAlert"));
+        screenshot(QStringLiteral("home-three-farms"));
     }
 
     void clubMemberIsInvitedInHisFirstRunsOnly() {

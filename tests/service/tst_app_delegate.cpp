@@ -42,8 +42,9 @@ private slots:
         platform::Storyboard::clear();
         Ekinora::registerScreens();
         platform::Storyboard::registerIdentifier(QStringLiteral("PopupViewController"), [] { return new CardStandIn; });
-        // The sign-in screen's own loads are not the delegate's.
+        // The sign-in screen's own loads are not the delegate's, nor are the home's.
         platform::Storyboard::registerIdentifier(QStringLiteral("loginVC"), [] { return new platform::ViewController; });
+        platform::Storyboard::registerIdentifier(QStringLiteral("firstViewController"), [] { return new platform::ViewController; });
         fake->platform->window().setRootViewController(
             platform::Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("RootViewController")));
         delegate = new AppDelegate;

@@ -353,8 +353,9 @@ Rectangle {
                         width: (parent.width - 12) / 2
                         text: "Kaydet"
                         font.bold: true
-                        Material.background: root.leaf
+                        palette.buttonText: "white"
                         Material.foreground: "white"
+                        background: Rectangle { radius: 8; color: parent.down ? Qt.darker(root.leaf, 1.15) : root.leaf }
                     }
                 }
                 PButton { model: btnUpdateProduce; width: parent.width; text: "Güncelle" }
