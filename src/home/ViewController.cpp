@@ -79,7 +79,7 @@ QString storeDescription() {
 
 const QString NoProduct = QStringLiteral("Zirai Ürün Seçiniz");
 
-// Once per run of the application: a new platform is a new run.
+// The club invitation's countdown runs once per run of the application; a new platform is a new run.
 QPointer<Platform> libStatRun;
 
 } // namespace
@@ -132,8 +132,6 @@ platform::ViewController* ViewController::hudHost() {
     if (NavigationController* nav = navigationController()) return nav;
     return this;
 }
-
-void ViewController::resetLibStatOnceForTests() { libStatRun = nullptr; }
 
 void ViewController::viewDidLoad() {
     // 1.

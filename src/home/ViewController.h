@@ -98,9 +98,6 @@ public:
     void showAlert();
     void checkFarmerForLightBox() {}
 
-    // The club invitation's countdown runs once per run of the application.
-    static void resetLibStatOnceForTests();
-
 public slots:
     void setNotifBadge();
     void removeSplash();

@@ -59,7 +59,6 @@ private slots:
     void init() {
         fake = new FakePlatform;
         service::Roots::configure(QStringLiteral("http://svc.test"));
-        home::ViewController::resetLibStatOnceForTests();
         using platform::Storyboard;
         Storyboard::clear();
         Storyboard::registerIdentifier("contentViewController", [] { return new platform::NavigationController; });
