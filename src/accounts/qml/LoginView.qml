@@ -14,7 +14,7 @@ Rectangle {
 
     component Title: Text {
         width: parent.width
-        color: root.ink
+        color: "#333333"
         font.pixelSize: 22
         font.bold: true
         wrapMode: Text.WordWrap
@@ -26,7 +26,6 @@ Rectangle {
         wrapMode: Text.WordWrap
     }
     component MainButton: Button {
-        font.capitalization: Font.MixedCase
         id: b
         property string act: ""
         objectName: act
@@ -34,10 +33,15 @@ Rectangle {
         implicitHeight: 50
         font.pixelSize: 17
         font.bold: true
-        palette.button: root.leaf
-        palette.buttonText: "white"
-        Material.background: root.leaf
-        Material.foreground: "white"
+        font.capitalization: Font.MixedCase
+        background: Rectangle { radius: 6; color: b.down ? "#5f9a22" : "#78b930" }
+        contentItem: Text {
+            text: b.text
+            font: b.font
+            color: "white"
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+        }
         Accessible.name: text
         onClicked: controller[act]()
     }
