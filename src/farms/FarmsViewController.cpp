@@ -196,7 +196,9 @@ int FarmsViewController::numberOfItemsInSection(const QString& list, int) {
 
 QVariantMap FarmsViewController::cellForItem(const QString& list, int row) const {
     QVariantMap cell;
+    // A view still showing rows of a longer list may ask for one that is gone: it gets an empty cell.
     if (list == QLatin1String("collFarms")) {
+        if (row < 0 || row > arrFarms.size()) return cell;
         if (row == arrFarms.size()) {
             cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("NewFarmCell"));
             return cell;
@@ -216,6 +218,7 @@ QVariantMap FarmsViewController::cellForItem(const QString& list, int row) const
         return cell;
     }
     const bool plants = list == QLatin1String("collPlants");
+    if (row < 0 || row >= (plants ? arrPlants : arrProducts).size()) return cell;
     const Json record = element(plants ? arrPlants : arrProducts, row);
     const QString name = stringOrNull(member(record, QStringLiteral("name")));
     const bool chosen = plants ? row == selectedPlantIndex : arrSelectedProducts.contains(name);

@@ -346,6 +346,8 @@ private slots:
         fake->run(0);
         QVERIFY(screen->viewNewProduce->isHidden());
         QCOMPARE(screen->arrFarms.size(), 1);
+        // The list's view may still ask for the row that went.
+        QVERIFY(screen->cellForItem("collFarms", 2).isEmpty());
     }
 
     void aFailedLoadKeepsTheListAndHidesTheIndicator() {
