@@ -1,6 +1,8 @@
 #include "Ekinora.h"
 
 #include "accounts/AccountsScreens.h"
+#include "farms/FarmsScreens.h"
+#include "notifications/NotificationsScreens.h"
 #include "platform/Platform.h"
 #include "platform/Storyboard.h"
 #include "service/AppDelegate.h"
@@ -25,6 +27,8 @@ QString Ekinora::version() { return QStringLiteral(EKINORA_VERSION); }
 void Ekinora::registerScreens() {
     shell::registerScreens();
     accounts::registerScreens();
+    farms::registerScreens();
+    notifications::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }

@@ -11,6 +11,7 @@ class NavigationController : public ViewController {
     Q_PROPERTY(int depth READ depth NOTIFY stackChanged)
     Q_PROPERTY(QString topTitle READ topTitle NOTIFY stackChanged)
     Q_PROPERTY(QObject* topRightItem READ topRightItem NOTIFY stackChanged)
+    Q_PROPERTY(QObject* navigationBar READ navigationBarView CONSTANT)
 public:
     explicit NavigationController(QObject* parent = nullptr);
     ~NavigationController() override;
@@ -30,6 +31,10 @@ public:
     // The menu button of a side menu's content.
     Q_INVOKABLE void openSideMenu();
 
+    // The bar as a view: a screen may stop it taking touches while a panel of its own is open.
+    View* navigationBar() const { return m_bar; }
+    QObject* navigationBarView() const { return m_bar; }
+
     bool isNavigationBarHidden() const { return m_barHidden; }
     void setNavigationBarHidden(bool hidden);
     void setNavigationBarHidden(bool hidden, bool animated) { setNavigationBarHidden(hidden); }
@@ -47,6 +52,7 @@ private:
     void adopt(ViewController* c);
     void drop(ViewController* c);
     QList<ViewController*> m_stack;
+    View* m_bar;
     bool m_barHidden = false;
 };
 

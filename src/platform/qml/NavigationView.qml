@@ -10,6 +10,7 @@ Item {
     Rectangle {
         id: bar
         visible: !controller.navigationBarHidden
+        enabled: controller.navigationBar.userInteractionEnabled
         anchors { left: parent.left; right: parent.right; top: parent.top }
         height: visible ? 56 : 0
         color: "#ffffff"
