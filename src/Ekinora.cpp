@@ -2,7 +2,9 @@
 
 #include "accounts/AccountsScreens.h"
 #include "farms/CalendarScreens.h"
+#include "farms/FarmsScreens.h"
 #include "home/HomeScreens.h"
+#include "notifications/NotificationsScreens.h"
 #include "platform/Platform.h"
 #include "platform/Storyboard.h"
 #include "service/AppDelegate.h"
@@ -28,7 +30,9 @@ void Ekinora::registerScreens() {
     shell::registerScreens();
     accounts::registerScreens();
     home::registerScreens();
+    farms::registerScreens();
     farms::registerCalendarScreens();
+    notifications::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }

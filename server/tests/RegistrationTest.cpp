@@ -1,5 +1,6 @@
 #include "accounts/DemoAccounts.h"
 #include "accounts/Validation.h"
+#include "core/Migrations.h"
 
 #include <QTest>
 
@@ -118,13 +119,27 @@ private slots:
         const Json profile = s->get("/api/?do=farmer/profile", s->bearer(token)).json["data"];
         QCOMPARE(profile["etkPopup"].get<int>(), 0);
 
-        // The crops as sent: "12a" reads as 12, the edited crop's kind came under "id".
-        const Json fields =
-            s->db->query("SELECT produce_id, size, aps FROM registration_fields WHERE user_id = ?"
-                         " ORDER BY id",
-                         {user["id"].get<std::int64_t>()});
-        QCOMPARE(q(fields), q(Json::array({Json{{"produce_id", 1}, {"size", 12.0}, {"aps", "[101,103]"}},
-                                           Json{{"produce_id", 4}, {"size", 10000.0}, {"aps", "[]"}}})));
+        // The crops are his farms at once: "12a" reads as 12, the edited crop's kind came under "id",
+        // and each farm starts in a period of its crop.
+        const Json farms = s->get("/api/?do=farmer/produces", s->bearer(token)).json["data"]["farmerProduces"];
+        QCOMPARE(int(farms.size()), 2);
+        QCOMPARE(q(farms[0]["name"].get<std::string>()), QStringLiteral("Buğday"));
+        QCOMPARE(farms[0]["range"].get<int>(), 12);
+        QCOMPARE(farms[0]["produceId"].get<int>(), 1);
+        QCOMPARE(q(farms[0]["aps"][0]["id"]), QStringLiteral("101"));
+        QCOMPARE(q(farms[0]["aps"][1]["id"]), QStringLiteral("103"));
+        QCOMPARE(q(farms[1]["name"].get<std::string>()), QStringLiteral("Ayçiçeği"));
+        QCOMPARE(farms[1]["range"].get<int>(), 10000);
+        QVERIFY(farms[1]["aps"].empty());
+        for (const Json& farm : farms) {
+            QVERIFY(farm["periodId"].is_number_integer());
+            QVERIFY(farm["period"].is_string());
+        }
+        // Three is the limit: the farmer has room for one more.
+        const Reply third = s->post("produce/set", Json{{"produceId", 2}, {"range", 5}}, s->bearer(token));
+        QCOMPARE(third.json["status"].get<int>(), 200);
+        QCOMPARE(s->post("produce/set", Json{{"produceId", 2}, {"range", 5}}, s->bearer(token)).json["status"].get<int>(),
+                 400);
         const auto stored =
             s->db->queryRow("SELECT etk_sms, etk_email, etk_advertising, device_id, device_type"
                             " FROM users WHERE phone = ?",
@@ -156,7 +171,45 @@ private slots:
         QVERIFY(reply.json["data"]["email"].is_null());
         const std::string token = reply.json["data"]["token"];
         QCOMPARE(s->get("/api/?do=farmer/profile", s->bearer(token)).json["data"]["etkPopup"].get<int>(), 1);
-        QCOMPARE(s->db->scalar("SELECT COUNT(*) FROM registration_fields"), std::int64_t(0));
+        QVERIFY(s->get("/api/?do=farmer/produces", s->bearer(token)).json["data"]["farmerProduces"].empty());
+    }
+
+    // Crops of registrations made before they became farms: the migration moves them and drops the
+    // table they were kept in.
+    void keptRegistrationCropsBecomeFarms() {
+        Json form = farmerForm(s->verifiedHash(NewPhone));
+        form.erase("fields");
+        const Reply reply = s->post("farmer/register", form);
+        const std::int64_t userId = reply.json["data"]["id"];
+        const std::string token = reply.json["data"]["token"];
+
+        // The database as it stood before: the table, its rows, and no record of the migration.
+        s->db->exec("DELETE FROM schema_migrations WHERE version = 23");
+        s->db->exec("CREATE TABLE registration_fields (id INTEGER PRIMARY KEY,"
+                    " user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,"
+                    " produce_id INTEGER NOT NULL REFERENCES produces(id), size REAL NOT NULL,"
+                    " aps TEXT NOT NULL DEFAULT '[]',"
+                    " created_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%S', 'now')))");
+        s->db->execute("INSERT INTO registration_fields (user_id, produce_id, size, aps) VALUES"
+                       " (?, 4, 7.5, '[103,101]'), (?, 1, 12, '[]')",
+                       {userId, userId});
+        const auto farmsBefore = s->db->scalar("SELECT COUNT(*) FROM farms");
+
+        QCOMPARE(s->db->migrate(migrations()), 1);
+        QCOMPARE(s->db->scalar("SELECT COUNT(*) FROM sqlite_master WHERE name = 'registration_fields'"),
+                 std::int64_t(0));
+        QCOMPARE(s->db->scalar("SELECT COUNT(*) FROM farms"), farmsBefore + 2);
+        const Json farms = s->get("/api/?do=farmer/produces", s->bearer(token)).json["data"]["farmerProduces"];
+        QCOMPARE(int(farms.size()), 2);
+        QCOMPARE(q(farms[0]["name"].get<std::string>()), QStringLiteral("Ayçiçeği"));
+        QCOMPARE(farms[0]["range"].get<double>(), 7.5);
+        QCOMPARE(q(farms[0]["aps"][0]["id"]), QStringLiteral("103")); // in the order chosen
+        QCOMPARE(q(farms[0]["aps"][1]["id"]), QStringLiteral("101"));
+        QCOMPARE(q(farms[1]["name"].get<std::string>()), QStringLiteral("Buğday"));
+        QVERIFY(farms[1]["aps"].empty());
+        // The period is the one a farm made today gets.
+        const Reply made = s->post("produce/set", Json{{"produceId", 4}, {"range", 3}}, s->bearer(token));
+        QCOMPARE(q(farms[0]["periodId"]), q(made.json["data"]["farmerProduce"]["periodId"]));
     }
 
     void farmerRejections_data() {

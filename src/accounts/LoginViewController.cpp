@@ -1,5 +1,6 @@
 #include "LoginViewController.h"
 
+#include "RegisterRequests.h"
 #include "SmsRequest.h"
 #include "farms/FarmerProductRequest.h"
 #include "platform/AlertController.h"
@@ -11,6 +12,10 @@
 #include "service/LocalStore.h"
 #include "service/TextHelpers.h"
 #include "service/WSRequest.h"
+#include "widgets/DropDownList.h"
+#include "widgets/GroupedRadioButton.h"
+
+#include <QUrlQuery>
 
 namespace ekinora::accounts {
 
@@ -46,6 +51,35 @@ QString firstError(const Json& response) {
 QString wrapped(const Json& fragment) {
     return stringWithFormat(QStringLiteral("<html><head></head><body>%@</body></html>"), {fragment});
 }
+
+// The id of the last record of the list whose "name" is exactly the text, or nil.
+Json lastIdNamed(const QJsonArray& list, const QString& name) {
+    Json found = nil();
+    for (const auto& record : list)
+        if (isString(member(record, QStringLiteral("name")), name)) found = member(record, QStringLiteral("id"));
+    return found;
+}
+
+// A value as a label shows it: a text as it is, anything else as "%@" writes it.
+QString textOf(const Json& value) { return value.isString() ? value.toString() : description(value); }
+
+// A stored text, or nil when the key is absent.
+Json storedText(const QString& key) {
+    const QString value = LocalStore::defaults().stringForKey(key);
+    return value.isNull() ? nil() : Json(value);
+}
+
+const QString NoPlant = QStringLiteral("Ürün Seçiniz");
+const QString NoProducts = QStringLiteral("Zirai Ürün Seçiniz");
+const QString NoProductsOnCard = QStringLiteral("Zirai Ürün Seçilmedi");
+const QString BackTitle = QStringLiteral("Geriye Dön");
+const QString WaitingText =
+    QStringLiteral("Kayıt işleminiz başarıyla gerçekleştirildi. Hesabınız aktif edildiğinde sisteme giriş yapabilirsiniz");
+const QString MailSubject = QStringLiteral("Ekinora - Kişisel Verilerin Korunması ve İşlenmesi Hakkında");
+constexpr int CityListTag = 101;
+constexpr int CountyListTag = 102;
+constexpr int MaxCrops = 3;
+constexpr int MaxProductsPerCrop = 3;
 
 const QStringList PhoneFields{QStringLiteral("txtLoginPhone"), QStringLiteral("txtLoginPhoneCode"),
                               QStringLiteral("txtRegisterPhone"), QStringLiteral("txtRegisterPhoneCode")};
@@ -85,6 +119,88 @@ LoginViewController::LoginViewController(QObject* parent)
     txtRegisterCode->setKeyboardType(4);
     completeRegistrationButton->setTitle(QStringLiteral("Kaydı Tamamla"));
     activationLabel->setNumberOfLines(0);
+    activationLabel->setText(QStringLiteral("Bilgileriniz hazır. Kaydınızı tamamlamak için aşağıdaki butona dokunun."));
+
+    txtName = makeControl<TextField>("txtName");
+    txtLastName = makeControl<TextField>("txtLastName");
+    txtMail = makeControl<TextField>("txtMail");
+    txtCity = makeControl<TextField>("txtCity");
+    txtCounty = makeControl<TextField>("txtCounty");
+    btnCity = makeControl<Button>("btnCity");
+    btnCounty = makeControl<Button>("btnCounty");
+    bayiAdiText = makeControl<TextField>("bayiAdiText");
+    vergiNoText = makeControl<TextField>("vergiNoText");
+    tcKimlikText = makeControl<TextField>("tcKimlikText");
+    collFarms = makeControl<TableView>("collFarms");
+    collPlants = makeControl<TableView>("collPlants");
+    tblProducts = makeControl<TableView>("tblProducts");
+    lblFarm = makeControl<Label>("lblFarm");
+    lblProduct = makeControl<Label>("lblProduct");
+    txtFarmSize = makeControl<TextField>("txtFarmSize");
+    btnNewProduce = makeControl<Button>("btnNewProduce");
+    btnUpdateProduce = makeControl<Button>("btnUpdateProduce");
+    btnDeleteProduce = makeControl<Button>("btnDeleteProduce");
+    constCollPlantHeight = makeControl<LayoutConstraint>("constCollPlantHeight", 0.0);
+    radioETK1 = makeControl<widgets::GroupedRadioButton>("radioETK1");
+    radioETK2 = makeControl<widgets::GroupedRadioButton>("radioETK2");
+    radioETK3 = makeControl<widgets::GroupedRadioButton>("radioETK3");
+
+    for (TextField* field : {txtName, txtLastName, txtMail, bayiAdiText, vergiNoText, tcKimlikText, txtFarmSize})
+        field->setShouldReturn([this](TextField* f) { return textFieldShouldReturn(f); });
+    txtName->setPlaceholder(QStringLiteral("Adınız"));
+    txtLastName->setPlaceholder(QStringLiteral("Soyadınız"));
+    txtMail->setPlaceholder(QStringLiteral("E-posta adresiniz (isteğe bağlı)"));
+    txtMail->setKeyboardType(7);
+    // The place is shown in these two fields; the buttons over them open the lists.
+    txtCity->setPlaceholder(QStringLiteral("İl Seçiniz"));
+    txtCounty->setPlaceholder(QStringLiteral("İlçe Seçiniz"));
+    bayiAdiText->setPlaceholder(QStringLiteral("Bayi adı"));
+    vergiNoText->setPlaceholder(QStringLiteral("Vergi numarası"));
+    vergiNoText->setKeyboardType(4);
+    tcKimlikText->setPlaceholder(QStringLiteral("T.C. Kimlik Numarası"));
+    tcKimlikText->setKeyboardType(4);
+    txtFarmSize->setPlaceholder(QStringLiteral("Tarla büyüklüğü (dekar)"));
+    txtFarmSize->setKeyboardType(4);
+    lblFarm->setText(NoPlant);
+    lblProduct->setText(NoProducts);
+    lblProduct->setNumberOfLines(0);
+
+    farmerButton->setTitle(QStringLiteral("Çiftçiyim"));
+    dealerButton->setTitle(QStringLiteral("Bayiyim"));
+    devamButton->setTitle(QStringLiteral("Devam"));
+    btnNewProduce->setTitle(QStringLiteral("Ekle"));
+    btnUpdateProduce->setTitle(QStringLiteral("Güncelle"));
+    btnDeleteProduce->setTitle(QStringLiteral("Sil"));
+    btn1Enb->setTitle(QStringLiteral("SMS"));
+    btn2Enb->setTitle(QStringLiteral("E-POSTA"));
+    btn3Enb->setTitle(QStringLiteral("REKLAM"));
+
+    // The connections the screen's layout makes.
+    farmerButton->addTarget(this, QStringLiteral("farmerButtonTapped"));
+    dealerButton->addTarget(this, QStringLiteral("dealerButtonTapped"));
+    devamButton->addTarget(this, QStringLiteral("continueToFarm"));
+    completeRegistrationButton->addTarget(this, QStringLiteral("finishRegistration"));
+    btnCity->addTarget(this, QStringLiteral("selectCity"));
+    btnCounty->addTarget(this, QStringLiteral("selectCounty"));
+    btnNewProduce->addTarget(this, QStringLiteral("addProduct"));
+    btnUpdateProduce->addTarget(this, QStringLiteral("updateProduce"));
+    btnDeleteProduce->addTarget(this, QStringLiteral("deleteProduce"));
+
+    // Three independent answers: each box switches on and off by itself.
+    const QList<std::pair<widgets::GroupedRadioButton*, QString>> permissions = {
+        {radioETK1, QStringLiteral("SMS ile bilgi almak istiyorum")},
+        {radioETK2, QStringLiteral("E-posta ile bilgi almak istiyorum")},
+        {radioETK3, QStringLiteral("Tanıtım iletilerine izin veriyorum")}};
+    for (const auto& [radio, title] : permissions) {
+        radio->setTitle(title);
+        radio->setMultipleSelectionEnabled(true);
+        radio->setIconSquare(true);
+        radio->setIconSize(22);
+        radio->setContentHorizontalAlignment(widgets::GroupedRadioButton::AlignLeft);
+        radio->setTitleColor(service::Colors::black());
+        radio->setIconColor(service::Colors::leaf());
+        radio->setIndicatorColor(service::Colors::leaf());
+    }
 }
 
 QUrl LoginViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/accounts/LoginView.qml")); }
@@ -109,6 +225,8 @@ void LoginViewController::viewDidLoad() {
         web->evaluateJavaScript(QStringLiteral("document.body.style.overflowX = 'hidden';"));
     });
     webviewETK->setDidFinishNavigation([](WebView*) {});
+    for (WebView* web : {webKVKK, webviewETK})
+        web->setDecidePolicy([this](WebView* w, const QUrl& url, int type) { return decidePolicyForNavigationAction(w, url, type); });
     btn1Enb->setEnabled(false);
     btn2Enb->setEnabled(false);
     btn3Enb->setEnabled(false);
@@ -178,6 +296,15 @@ void LoginViewController::getPlants() {
         [self](const Json& response) {
             self->arrPlants = QJsonArray();
             appendAll(self->arrPlants, path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
+            self->collPlants->reloadData();
+            // Two plants a row: the list is as high as its rows, unless the screen is shorter.
+            const int screen = Window::Height;
+            const int n = int(self->arrPlants.size());
+            const int half = n / 2;
+            double height;
+            if (n % 2 == 1) height = screen - 64 >= half * 50 + 100 ? half * 50 + 50 : screen - 64 - 50;
+            else height = screen - 64 >= half * 50 + 50 ? half * 50 : screen - 64 - 50;
+            self->constCollPlantHeight->setConstant(height);
         },
         [](const Json& error) { log(QStringLiteral("getPlants: %1").arg(description(error))); });
 }
@@ -197,6 +324,7 @@ void LoginViewController::getProducts() {
                 products.append(product);
             }
             self->arrProducts = products;
+            self->tblProducts->reloadData();
         },
         [](const Json& error) { log(QStringLiteral("getProducts: %1").arg(description(error))); });
 }
@@ -350,8 +478,8 @@ void LoginViewController::showActivationPending() {
     txtLoginCode->setText(QString());
     txtLoginPhone->setText(QString());
     txtLoginPhoneCode->setText(QString());
-    completeRegistrationButton->setTitle(QStringLiteral("Geriye Dön"));
-    activationLabel->setText(QStringLiteral("Kayıt işleminiz başarıyla gerçekleştirildi. Hesabınız aktif edildiğinde sisteme giriş yapabilirsiniz"));
+    completeRegistrationButton->setTitle(BackTitle);
+    activationLabel->setText(WaitingText);
 }
 
 void LoginViewController::getSmsCode(QObject*) {
@@ -408,6 +536,519 @@ void LoginViewController::openRegisterView(QObject*) {
     for (View* v : {viewRegisterCode, nameView, viewRegisterActivation, viewRegisterFinal, viewRegisterFarm, viewLogin})
         v->setHidden(true);
     devamButton->setHidden(true);
+}
+
+// Region lookup ----------------------------------------------------------------------------------
+
+void LoginViewController::setDropDown(QObject* list) {
+    m_dropDown = list;
+    emit dropDownChanged();
+}
+
+void LoginViewController::rel() { setDropDown(nullptr); }
+
+void LoginViewController::getCounties() {
+    txtCity->setText(btnCity->title());
+    service::WSRequest request;
+    request.doParam = QStringLiteral("region/counties");
+    request.cityID = lastIdNamed(arrCities, txtCity->text());
+    auto self = strong(this);
+    request.requestData(
+        [self](const Json& response) {
+            self->txtCounty->setText(QString());
+            self->arrCounties = QJsonArray();
+            appendAll(self->arrCounties, path(response, {QStringLiteral("data"), QStringLiteral("counties")}));
+            self->btnCounty->setUserInteractionEnabled(true);
+        },
+        [](const Json& error) { log(QStringLiteral("getCounties: %1").arg(description(error))); });
+}
+
+void LoginViewController::selectCity(QObject* sender) {
+    endEditing();
+    QStringList names;
+    for (const auto& city : std::as_const(arrCities)) names << textOf(member(city, QStringLiteral("name")));
+    if (names.isEmpty()) return;
+    if (auto* open = qobject_cast<widgets::DropDownList*>(m_dropDown.data())) {
+        open->hideDropDown(qobject_cast<Button*>(sender));
+        rel();
+        return;
+    }
+    auto* list = new widgets::DropDownList;
+    list->showDropDown(qobject_cast<Button*>(sender), 250, names, {}, QStringLiteral("down"));
+    list->setDelegate(this);
+    list->setTag(CityListTag);
+    setDropDown(list);
+}
+
+void LoginViewController::selectCounty(QObject* sender) {
+    endEditing();
+    QStringList names;
+    for (const auto& county : std::as_const(arrCounties)) names << textOf(member(county, QStringLiteral("name")));
+    if (!names.isEmpty()) {
+        if (auto* open = qobject_cast<widgets::DropDownList*>(m_dropDown.data())) {
+            open->hideDropDown(qobject_cast<Button*>(sender));
+            rel();
+        } else {
+            auto* list = new widgets::DropDownList;
+            list->showDropDown(qobject_cast<Button*>(sender), 250, names, {}, QStringLiteral("down"));
+            list->setDelegate(this);
+            list->setTag(CountyListTag);
+            setDropDown(list);
+        }
+    }
+    if (arrCounties.isEmpty()) showAlert(QStringLiteral("Uyarı"), QStringLiteral("Önce şehir seçiniz."));
+}
+
+void LoginViewController::dropDownListDelegateMethod(QObject* sender) {
+    rel();
+    auto* list = qobject_cast<widgets::DropDownList*>(sender);
+    if (list && list->tag() == CityListTag) {
+        // While the new city's counties are on their way the old list can't be opened.
+        btnCounty->setUserInteractionEnabled(false);
+        auto self = strong(this);
+        P().scheduler().after(500, [self] { self->getCounties(); });
+    } else {
+        txtCounty->setText(btnCounty->title());
+    }
+}
+
+// The wizard -------------------------------------------------------------------------------------
+
+void LoginViewController::farmerButtonTapped(QObject*) {
+    memberShipView->setHidden(true);
+    nameView->setHidden(false);
+    devamButton->setHidden(false);
+    registerType = QStringLiteral("farmer");
+    canOpenKvkkView();
+}
+
+void LoginViewController::dealerButtonTapped(QObject*) {
+    memberShipView->setHidden(true);
+    nameView->setHidden(false);
+    devamButton->setHidden(false);
+    registerType = QStringLiteral("dealer");
+    canOpenKvkkView();
+}
+
+void LoginViewController::canOpenKvkkView() {
+    auto* alert = AlertController::alertControllerWithTitle(
+        QStringLiteral("Uyarı"), QStringLiteral("Kayıt olarak Kullanım Şartlarını onaylamış olursunuz."));
+    auto self = strong(this);
+    alert->addAction(QStringLiteral("Onaylıyorum"), AlertController::Default, [self] { self->acceptKVKK(); });
+    alert->addAction(QStringLiteral("Kullanım Şartları Metnine Git"), AlertController::Default, [self] {
+        self->viewKVKK->setHidden(false);
+        self->bringSubviewToFront(self->viewKVKK);
+    });
+    hudHost()->presentViewController(alert, true);
+}
+
+void LoginViewController::continueToActivation(QObject*) {}
+
+void LoginViewController::continueToInfo(QObject*) {
+    endEditing();
+    for (View* v : {viewRegisterActivation, viewRegisterFarm, viewRegisterFinal}) v->setHidden(true);
+    viewRegisterInfo->setHidden(false);
+}
+
+void LoginViewController::continueToFarm(QObject*) {
+    endEditing();
+    for (TextField* f : {txtName, txtLastName, txtCounty, txtCity}) {
+        if (f->text().isEmpty()) {
+            showAlert(QStringLiteral("Uyarı"), QStringLiteral("Kişisel bilgilerinizi giriniz."));
+            return;
+        }
+    }
+    if (isString(registerType, QStringLiteral("dealer"))) {
+        // The shop's panel keeps the visibility it had.
+        ciftciTarlaView->setHidden(true);
+    } else if (isString(registerType, QStringLiteral("farmer"))) {
+        ciftciTarlaView->setHidden(false);
+        bayiBilgileriView->setHidden(true);
+    }
+    viewRegisterFarm->setHidden(false);
+    for (View* v : {viewRegisterActivation, viewRegisterInfo, viewRegisterFinal}) v->setHidden(true);
+}
+
+void LoginViewController::continueToFinish(QObject*) {
+    if (isString(registerType, QStringLiteral("dealer"))) {
+        if (bayiAdiText->text().isEmpty() || vergiNoText->text().isEmpty() || tcKimlikText->text().isEmpty()) {
+            showAlert(QStringLiteral("Uyarı"), QStringLiteral("Bayi bilgilerini giriniz."));
+            return;
+        }
+        checkDealer();
+        return;
+    }
+    // A farmer may register without a crop.
+    endEditing();
+    for (View* v : {viewRegisterFarm, viewRegisterActivation, viewRegisterInfo}) v->setHidden(true);
+    viewRegisterFinal->setHidden(false);
+}
+
+void LoginViewController::checkDealer() {
+    CheckDealerRequest request;
+    request.doParam = QStringLiteral("dealer/check-information-field");
+    request.taxNumber = vergiNoText->text();
+    request.dealerName = bayiAdiText->text();
+    request.TCNo = tcKimlikText->text();
+    auto self = strong(this);
+    request.checkDealer(
+        [self](const Json& response) {
+            if (statusIs(response, 200)) {
+                for (View* v : {self->viewRegisterFarm, self->viewRegisterActivation, self->bayiBilgileriView,
+                                self->viewRegisterInfo})
+                    v->setHidden(true);
+                self->viewRegisterFinal->setHidden(false);
+                return;
+            }
+            const Json errors = member(response, QStringLiteral("errors"));
+            const Json identity = member(errors, QStringLiteral("TCNo"));
+            if (!identity.isUndefined()) self->showAlert(QStringLiteral("Hata"), textOf(identity), AlertController::Destructive);
+            // Presented after the identity alert, so that with both errors only the first is seen.
+            const Json tax = member(errors, QStringLiteral("taxNumber"));
+            self->showAlert(QStringLiteral("Hata"),
+                            tax.isUndefined() ? QStringLiteral("Bilgileri doğru girdiğinizden emin olun") : textOf(tax),
+                            AlertController::Destructive);
+        },
+        [](const Json& error) { log(QStringLiteral("checkDealer: %1").arg(description(error))); });
+}
+
+void LoginViewController::finishRegistration(QObject*) {
+    if (completeRegistrationButton->title() == BackTitle) {
+        backToLogin();
+        return;
+    }
+    if (isString(registerType, QStringLiteral("farmer"))) registerFarmer();
+    else if (isString(registerType, QStringLiteral("dealer"))) registerDealer();
+}
+
+void LoginViewController::backToLogin() {
+    for (View* v : {viewKVKK, viewLogout, viewRegister}) v->setHidden(true);
+    txtLoginCode->setText(QString());
+    txtLoginPhone->setText(QString());
+    txtLoginPhoneCode->setText(QString());
+    for (View* v : {viewLogin, viewRegisterPhone, viewLoginPhone}) v->setHidden(false);
+    viewLoginCode->setHidden(true);
+    for (View* v : {viewLogin, viewRegisterPhone, viewLoginPhone, viewLoginCode}) v->setAlpha(1.0);
+}
+
+Json LoginViewController::countyIdByName(const QString& name) const { return lastIdNamed(arrCounties, name); }
+
+void LoginViewController::registerFarmer() {
+    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    RegisterFarmerRequest request;
+    request.doParam = QStringLiteral("farmer/register");
+    request.email = txtMail->text();
+    request.deviceID = storedText(StoreKey::NotifToken);
+    request.countyID = countyIdByName(txtCounty->text());
+    request.firstName = txtName->text();
+    request.lastName = txtLastName->text();
+    request.hashID = storedText(StoreKey::HashCode);
+    // Each crop as it was entered, with its products reduced to their ids.
+    QJsonArray fields;
+    for (const auto& crop : std::as_const(arrFarms)) {
+        QJsonObject field = crop.toObject();
+        QJsonArray ids;
+        const Json aps = member(crop, QStringLiteral("aps"));
+        for (int i = 0, n = count(aps); i < n; ++i) ids.append(member(element(aps, i), QStringLiteral("id")));
+        field.insert(QStringLiteral("aps"), ids);
+        fields.append(field);
+    }
+    request.arrFields = fields;
+    request.etkSmsPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK1->isSelected())});
+    request.etkAdvPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK3->isSelected())});
+    request.etkEmailPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK2->isSelected())});
+    auto self = strong(this);
+    request.registerFarmer(
+        [self, hud](const Json& response) {
+            if (hud) hud->hideAnimated(true);
+            if (!statusIs(response, 200)) {
+                // The data stays for another press; the hash goes again as it is.
+                self->showAlert(QStringLiteral("Uyarı"), firstError(response));
+                return;
+            }
+            self->enterApplication(member(response, QStringLiteral("data")));
+        },
+        [hud](const Json& error) {
+            log(QStringLiteral("farmer/register: %1").arg(description(error)));
+            if (hud) hud->hideAnimated(true);
+        });
+}
+
+void LoginViewController::registerDealer() {
+    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    RegisterDealerRequest request;
+    request.doParam = QStringLiteral("dealer/register");
+    request.email = txtMail->text();
+    request.deviceID = storedText(StoreKey::NotifToken);
+    request.countyID = countyIdByName(txtCounty->text());
+    request.firstName = txtName->text();
+    request.lastName = txtLastName->text();
+    request.etkSmsPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK1->isSelected())});
+    request.etkAdvPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK3->isSelected())});
+    request.etkEmailPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK2->isSelected())});
+    request.hashID = storedText(StoreKey::HashCode);
+    request.dealerNumber = vergiNoText->text();
+    request.dealerName = bayiAdiText->text();
+    request.TCNo = tcKimlikText->text();
+    auto self = strong(this);
+    request.registerDealer(
+        [self, hud](const Json& response) {
+            if (hud) hud->hideAnimated(true);
+            if (!statusIs(response, 200)) {
+                self->showAlert(QStringLiteral("Uyarı"), firstError(response));
+                return;
+            }
+            // Not signed in: the company opens the account later. The next press leads back.
+            self->activationLabel->setText(WaitingText);
+            self->completeRegistrationButton->setTitle(BackTitle);
+        },
+        [hud](const Json& error) {
+            log(QStringLiteral("dealer/register: %1").arg(description(error)));
+            if (hud) hud->hideAnimated(true);
+        });
+}
+
+// The crop panels --------------------------------------------------------------------------------
+
+QString LoginViewController::productLines(const Json& aps, const QString& none) {
+    QString lines;
+    for (int i = 0, n = count(aps); i < n; ++i) lines += textOf(member(element(aps, i), QStringLiteral("name"))) + u'\n';
+    lines = service::plainProductName(lines);
+    if (lines.isEmpty()) return none;
+    lines.chop(1);
+    return lines;
+}
+
+int LoginViewController::numberOfItemsInSection(QObject* collection, int) {
+    if (collection == collFarms) return arrFarms.size() == MaxCrops ? MaxCrops : int(arrFarms.size()) + 1;
+    if (collection == collPlants) return int(arrPlants.size());
+    if (collection == tblProducts) return int(arrProducts.size());
+    return 0;
+}
+
+QVariantMap LoginViewController::cellForItem(QObject* collection, int row) const {
+    QVariantMap cell;
+    if (collection == collFarms) {
+        if (row >= arrFarms.size()) {
+            cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("NewFarmCell"));
+            return cell;
+        }
+        const Json crop = arrFarms.at(row);
+        const Json name = member(crop, QStringLiteral("name"));
+        cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("FarmCell"));
+        cell.insert(QStringLiteral("lblFarm"), name.isUndefined() ? QString() : textOf(name));
+        cell.insert(QStringLiteral("lblFarmSize"),
+                    stringWithFormat(QStringLiteral("%@ dekar"), {member(crop, QStringLiteral("range"))}));
+        cell.insert(QStringLiteral("lblProducts"), productLines(member(crop, QStringLiteral("aps")), NoProductsOnCard));
+    } else if (collection == collPlants) {
+        const bool chosen = row == selectedPlantIndex;
+        cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("PlantCell"));
+        cell.insert(QStringLiteral("lblPlantName"), textOf(member(arrPlants.at(row), QStringLiteral("name"))));
+        cell.insert(QStringLiteral("textColor"), chosen ? service::Colors::leaf() : service::Colors::black());
+        cell.insert(QStringLiteral("underline"), chosen);
+    } else if (collection == tblProducts) {
+        const QString name = textOf(member(arrProducts.at(row), QStringLiteral("name")));
+        const bool chosen = arrSelectedProducts.contains(name);
+        cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("ProductCell"));
+        cell.insert(QStringLiteral("lblProductName"), name);
+        cell.insert(QStringLiteral("textColor"), chosen ? service::Colors::leaf() : service::Colors::black());
+        cell.insert(QStringLiteral("underline"), chosen);
+    }
+    return cell;
+}
+
+void LoginViewController::didSelectItem(QObject* collection, int row) {
+    if (collection == collFarms) {
+        if (row >= arrFarms.size()) {
+            openNewProduceView();
+            return;
+        }
+        // The crop opens in the edit panel.
+        selectedProduceID = row;
+        const Json crop = arrFarms.at(row);
+        const Json name = member(crop, QStringLiteral("name"));
+        lblFarm->setText(name.isUndefined() ? QString() : textOf(name));
+        txtFarmSize->setText(textOf(member(crop, QStringLiteral("range"))));
+        lblProduct->setText(productLines(member(crop, QStringLiteral("aps")), NoProducts));
+        arrSelectedProducts = lblProduct->text().split(u'\n');
+        viewNewProduce->setHidden(false);
+        btnDeleteProduce->setHidden(false);
+        btnUpdateProduce->setHidden(false);
+        btnNewProduce->setHidden(true);
+    } else if (collection == collPlants) {
+        selectedPlantIndex = selectedPlantIndex == row ? -1 : row;
+        collPlants->reloadData();
+        removePlantsView();
+    } else if (collection == tblProducts) {
+        const QString name = textOf(member(arrProducts.at(row), QStringLiteral("name")));
+        if (arrSelectedProducts.contains(name)) arrSelectedProducts.removeAll(name);
+        else if (arrSelectedProducts.size() < MaxProductsPerCrop) arrSelectedProducts << name;
+        tblProducts->reloadData();
+    }
+}
+
+QSizeF LoginViewController::sizeForItem(QObject* collection, int row, double frameWidth) const {
+    if (collection == collFarms) return QSizeF(frameWidth - 32, row < arrFarms.size() ? 190 : 65);
+    if (collection == collPlants) return QSizeF((frameWidth - 1) / 2, 50);
+    return QSizeF(frameWidth, 50);
+}
+
+double LoginViewController::minimumLineSpacing(QObject* collection) const { return collection == collFarms ? 16 : 1; }
+
+double LoginViewController::minimumInteritemSpacing(QObject*) const { return 1; }
+
+double LoginViewController::sectionInset(QObject* collection) const { return collection == collFarms ? 16 : 0; }
+
+void LoginViewController::openNewProduceView(QObject*) {
+    endEditing();
+    viewNewProduce->setHidden(false);
+    // The navigation bar is hidden on this screen, so it has no touches to switch off.
+    lblFarm->setText(NoPlant);
+    txtFarmSize->setText(QString());
+    lblProduct->setText(NoProducts);
+    arrSelectedProducts.clear();
+    btnDeleteProduce->setHidden(true);
+    btnUpdateProduce->setHidden(true);
+    btnNewProduce->setHidden(false);
+}
+
+void LoginViewController::removeNewProduceView(QObject*) {
+    endEditing();
+    viewNewProduce->setHidden(true);
+}
+
+void LoginViewController::openPlantsView(QObject*) {
+    viewPlant->setHidden(false);
+    endEditing();
+}
+
+void LoginViewController::removePlantsView(QObject*) {
+    viewPlant->setHidden(true);
+    lblFarm->setText(selectedPlantIndex == -1 ? NoPlant
+                                              : textOf(member(arrPlants.at(selectedPlantIndex), QStringLiteral("name"))));
+}
+
+void LoginViewController::openProductView(QObject*) {
+    viewProduct->setHidden(false);
+    endEditing();
+    arrSelectedProducts.clear();
+    if (lblProduct->text() != NoProducts) arrSelectedProducts = lblProduct->text().split(u'\n');
+    tblProducts->reloadData();
+}
+
+void LoginViewController::removeProductView(QObject*) { viewProduct->setHidden(true); }
+
+void LoginViewController::acceptProductView(QObject*) {
+    endEditing();
+    viewProduct->setHidden(true);
+    lblProduct->setText(arrSelectedProducts.isEmpty() ? NoProducts : arrSelectedProducts.join(u'\n'));
+}
+
+void LoginViewController::addProduct(QObject*) {
+    endEditing();
+    QJsonObject crop{{QStringLiteral("range"), txtFarmSize->text()}};
+    QJsonArray aps;
+    for (const QString& name : std::as_const(arrSelectedProducts))
+        for (const auto& product : std::as_const(arrProducts))
+            if (isString(member(product, QStringLiteral("name")), name))
+                aps.append(QJsonObject{{QStringLiteral("id"), member(product, QStringLiteral("id"))},
+                                       {QStringLiteral("name"), member(product, QStringLiteral("name"))}});
+    if (!aps.isEmpty()) crop.insert(QStringLiteral("aps"), aps);
+    for (const auto& plant : std::as_const(arrPlants)) {
+        if (!isString(member(plant, QStringLiteral("name")), lblFarm->text())) continue;
+        crop.insert(QStringLiteral("produceId"), member(plant, QStringLiteral("id")));
+        crop.insert(QStringLiteral("name"), member(plant, QStringLiteral("name")));
+    }
+
+    const QString size = txtFarmSize->text();
+    QString problem;
+    if (lblFarm->text() == NoPlant || lblFarm->text().isEmpty()) problem = QStringLiteral("Ürün seçmediniz.");
+    else if (size.isEmpty() || size == QStringLiteral("0")) problem = QStringLiteral("Tarla büyüklüğünü girmediniz.");
+    else if (intValueOfString(size) >= 10001) problem = QStringLiteral("Tarla büyüklüğü 10000 dekardan büyük olamaz.");
+    if (!problem.isEmpty()) {
+        showAlert(QStringLiteral("Uyarı"), problem);
+        return;
+    }
+    arrFarms.append(crop);
+    removeNewProduceView();
+    collFarms->reloadData();
+}
+
+void LoginViewController::updateProduce(QObject*) {
+    // Unlike adding, an update is not checked: an empty size, 0 or more than 10000 all pass.
+    endEditing();
+    QJsonObject crop{{QStringLiteral("range"), txtFarmSize->text()}};
+    QJsonArray aps;
+    for (const QString& name : std::as_const(arrSelectedProducts))
+        for (const auto& product : std::as_const(arrProducts))
+            if (isString(member(product, QStringLiteral("name")), name))
+                aps.append(QJsonObject{{QStringLiteral("id"), member(product, QStringLiteral("id"))},
+                                       {QStringLiteral("name"), member(product, QStringLiteral("name"))}});
+    crop.insert(QStringLiteral("aps"), aps);
+    // The crop kind goes under "id" here, and that is how an updated crop is sent.
+    for (const auto& plant : std::as_const(arrPlants)) {
+        if (!isString(member(plant, QStringLiteral("name")), lblFarm->text())) continue;
+        crop.insert(QStringLiteral("id"), member(plant, QStringLiteral("id")));
+        crop.insert(QStringLiteral("name"), member(plant, QStringLiteral("name")));
+    }
+    if (selectedProduceID < 0 || selectedProduceID >= arrFarms.size())
+        fatal(QStringLiteral("-[__NSArrayM replaceObjectAtIndex:withObject:]: index %1 beyond bounds").arg(selectedProduceID));
+    arrFarms.replace(selectedProduceID, crop);
+    removeNewProduceView();
+    collFarms->reloadData();
+}
+
+void LoginViewController::deleteProduce(QObject*) {
+    endEditing();
+    if (selectedProduceID < 0 || selectedProduceID >= arrFarms.size())
+        fatal(QStringLiteral("-[__NSArrayM removeObjectsInRange:]: range {%1, 1} beyond bounds").arg(selectedProduceID));
+    arrFarms.removeAt(selectedProduceID);
+    removeNewProduceView();
+    collFarms->reloadData();
+}
+
+// Consent ----------------------------------------------------------------------------------------
+
+void LoginViewController::bringSubviewToFront(View* panel) {
+    m_frontPanel = panel->objectName();
+    emit frontPanelChanged();
+}
+
+void LoginViewController::acceptKVKK(QObject*) {
+    viewKVKK->setHidden(true);
+    viewETK->setHidden(false);
+    viewETKWeb->setHidden(false);
+    // The notice stands over the permissions until it is closed.
+    bringSubviewToFront(viewETKWeb);
+}
+
+void LoginViewController::closeETKView(QObject*) { viewETK->setHidden(true); }
+
+void LoginViewController::openETKWebView(QObject*) {
+    viewETKWeb->setHidden(false);
+    bringSubviewToFront(viewETKWeb);
+}
+
+void LoginViewController::closeETKWebView(QObject*) { viewETKWeb->setHidden(true); }
+
+bool LoginViewController::decidePolicyForNavigationAction(WebView*, const QUrl& url, int navigationType) {
+    const QString text = url.toString();
+    if (navigationType != WebView::LinkActivated || !text.contains(QStringLiteral("mailto:"))) return true;
+    Application& app = P().application();
+    if (app.canOpenURL(QUrl(QStringLiteral("mailto:")))) {
+        // Mail to the address alone, with the subject filled in and an empty body.
+        QUrl mail(QStringLiteral("mailto:") + QString(text).remove(QStringLiteral("mailto:")));
+        QUrlQuery query;
+        query.addQueryItem(QStringLiteral("subject"), MailSubject);
+        mail.setQuery(query);
+        app.openURL(mail);
+    } else {
+        auto* alert = AlertController::alertControllerWithTitle(QStringLiteral("Uyarı"),
+                                                                QStringLiteral("Mail hesabınız telefonunuza kurulu değildir."));
+        alert->addAction(QStringLiteral("Tamam"));
+        hudHost()->presentViewController(alert, true);
+    }
+    return false;
 }
 
 } // namespace ekinora::accounts

@@ -7,7 +7,13 @@
 
 #include <QJsonArray>
 #include <QPointer>
+#include <QSizeF>
 #include <QStringList>
+#include <QVariantMap>
+
+namespace ekinora::widgets {
+class GroupedRadioButton;
+}
 
 namespace ekinora::accounts {
 
@@ -15,6 +21,10 @@ namespace ekinora::accounts {
 // pages as panels that are shown and hidden; none of them is pushed.
 class LoginViewController : public platform::ViewController {
     Q_OBJECT
+    // The open city or county list, for the arrangement; null once forgotten.
+    Q_PROPERTY(QObject* dropDownCityCounty READ dropDownCityCounty NOTIFY dropDownChanged)
+    // The consent panel last brought to the front.
+    Q_PROPERTY(QString frontPanel READ frontPanel NOTIFY frontPanelChanged)
 public:
     explicit LoginViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
@@ -29,7 +39,8 @@ public:
     qint32 selectedProduceID = -1;
     platform::Json actionType{QJsonValue::Undefined};
     platform::Json registerType{QJsonValue::Undefined};
-    QPointer<QObject> dropDownCityCounty;
+    QObject* dropDownCityCounty() const { return m_dropDown; }
+    QString frontPanel() const { return m_frontPanel; }
 
     // Panels.
     platform::View *viewLogin, *viewLoginPhone, *viewLoginCode, *viewLogout;
@@ -47,11 +58,25 @@ public:
     platform::Button *btn1Enb, *btn2Enb, *btn3Enb;
     platform::Label* activationLabel;
     platform::WebView *webKVKK, *webviewETK;
+    // Personal data and place.
+    platform::TextField *txtName, *txtLastName, *txtMail, *txtCity, *txtCounty;
+    platform::Button *btnCity, *btnCounty;
+    // A dealer's shop.
+    platform::TextField *bayiAdiText, *vergiNoText, *tcKimlikText;
+    // A farmer's crops and their editing panels.
+    platform::TableView *collFarms, *collPlants, *tblProducts;
+    platform::Label *lblFarm, *lblProduct;
+    platform::TextField* txtFarmSize;
+    platform::Button *btnNewProduce, *btnUpdateProduce, *btnDeleteProduce;
+    platform::LayoutConstraint* constCollPlantHeight;
+    // The three permissions; each is read by its own selected state.
+    widgets::GroupedRadioButton *radioETK1, *radioETK2, *radioETK3;
 
     void viewDidLoad() override;
 
     // Loads at start.
     void getCities();
+    void getCounties();
     void getPlants();
     void getProducts();
     void getInfo();
@@ -59,6 +84,18 @@ public:
 
     bool textFieldShouldChangeCharacters(platform::TextField* field, int location, int length, const QString& replacement);
     bool textFieldShouldReturn(platform::TextField* field);
+    // The navigation delegate of both web views: a "mailto:" link the user tapped goes to mail.
+    bool decidePolicyForNavigationAction(platform::WebView* webView, const QUrl& url, int navigationType);
+
+    // The data sources and delegates of collFarms, collPlants and tblProducts.
+    Q_INVOKABLE int numberOfItemsInSection(QObject* collection, int section = 0);
+    // The reuse identifier under "reuseIdentifier" and the cell's texts under the names of its labels.
+    Q_INVOKABLE QVariantMap cellForItem(QObject* collection, int row) const;
+    Q_INVOKABLE void didSelectItem(QObject* collection, int row);
+    Q_INVOKABLE QSizeF sizeForItem(QObject* collection, int row, double frameWidth) const;
+    Q_INVOKABLE double minimumLineSpacing(QObject* collection) const;
+    Q_INVOKABLE double minimumInteritemSpacing(QObject* collection) const;
+    Q_INVOKABLE double sectionInset(QObject* collection) const;
 
 public slots:
     void getSmsCodeForLogin(QObject* sender = nullptr);
@@ -68,11 +105,61 @@ public slots:
     void loginBack(QObject* sender = nullptr);
     void openRegisterView(QObject* sender = nullptr);
 
+    // Region lookup.
+    void selectCity(QObject* sender = nullptr);
+    void selectCounty(QObject* sender = nullptr);
+    void dropDownListDelegateMethod(QObject* sender);
+    void rel();
+
+    // The wizard.
+    void farmerButtonTapped(QObject* sender = nullptr);
+    void dealerButtonTapped(QObject* sender = nullptr);
+    void canOpenKvkkView();
+    void continueToActivation(QObject* sender = nullptr);
+    void continueToInfo(QObject* sender = nullptr);
+    void continueToFarm(QObject* sender = nullptr);
+    void continueToFinish(QObject* sender = nullptr);
+    void finishRegistration(QObject* sender = nullptr);
+    void checkDealer();
+
+    // The crop panels.
+    void openNewProduceView(QObject* sender = nullptr);
+    void removeNewProduceView(QObject* sender = nullptr);
+    void addProduct(QObject* sender = nullptr);
+    void updateProduce(QObject* sender = nullptr);
+    void deleteProduce(QObject* sender = nullptr);
+    void openPlantsView(QObject* sender = nullptr);
+    void removePlantsView(QObject* sender = nullptr);
+    void openProductView(QObject* sender = nullptr);
+    void removeProductView(QObject* sender = nullptr);
+    void acceptProductView(QObject* sender = nullptr);
+
+    // Consent.
+    void acceptKVKK(QObject* sender = nullptr);
+    void closeETKView(QObject* sender = nullptr);
+    void openETKWebView(QObject* sender = nullptr);
+    void closeETKWebView(QObject* sender = nullptr);
+
+signals:
+    void dropDownChanged();
+    void frontPanelChanged();
+
 private:
     void showAlert(const QString& title, const QString& message, int style = 0);
     void enterApplication(const platform::Json& data);
     void showActivationPending();
     platform::ViewController* hudHost();
+    void registerFarmer();
+    void registerDealer();
+    void backToLogin();
+    void bringSubviewToFront(platform::View* panel);
+    void setDropDown(QObject* list);
+    // A crop's products as the panels show them: one name a line, or the given text for none.
+    static QString productLines(const platform::Json& aps, const QString& none);
+    platform::Json countyIdByName(const QString& name) const;
+
+    QPointer<QObject> m_dropDown;
+    QString m_frontPanel;
 };
 
 } // namespace ekinora::accounts

@@ -1,10 +1,10 @@
 #include "ViewController.h"
 
-#include "NotificationBadge.h"
 #include "accounts/UpdateFarmerRequest.h"
 #include "farms/DocumentViewController.h"
 #include "farms/FarmerProductRequest.h"
 #include "farms/ProductDetailViewController.h"
+#include "notifications/Bell.h"
 #include "platform/AlertController.h"
 #include "platform/NavigationController.h"
 #include "platform/Platform.h"
@@ -93,7 +93,7 @@ ViewController::ViewController(QObject* parent)
       viewEvent(makeControl<View>("viewEvent")), lblProductAlert(makeControl<Label>("lblProductAlert")),
       constCollTopMargin(makeControl<LayoutConstraint>("constCollTopMargin", 0.0)),
       collFarms(makeControl<TableView>("collFarms")), menuBtn(makeControl<Button>("menuBtn")),
-      btnNotification(makeControl<widgets::BadgeBarButtonItem>("btnNotification")), viewKVKK(makeControl<View>("viewKVKK")),
+      btnNotification(notifications::Bell::install(this)), viewKVKK(makeControl<View>("viewKVKK")),
       viewETK(makeControl<View>("viewETK")), webviewETK(makeControl<WebView>("webviewETK")),
       radioETK1(makeControl<widgets::GroupedRadioButton>("radioETK1")),
       radioETK2(makeControl<widgets::GroupedRadioButton>("radioETK2")),
@@ -105,8 +105,6 @@ ViewController::ViewController(QObject* parent)
       collPlants(makeControl<TableView>("collPlants")), tblProducts(makeControl<TableView>("tblProducts")),
       constCollPlantHeight(makeControl<LayoutConstraint>("constCollPlantHeight", 0.0)) {
     setTitle(QStringLiteral("Anasayfa"));
-    setRightBarButtonItem(btnNotification);
-    btnNotification->setImage(QStringLiteral("notificationBell"));
     menuBtn->addTarget(this, QStringLiteral("presentLeftMenuViewController"));
     btnNewProduce->addTarget(this, QStringLiteral("addProduct"));
     // Each permission is a box of its own: a tap turns it on or off.
@@ -194,7 +192,7 @@ void ViewController::viewDidAppear(bool) {
         }
     }
     // 6. Added at each appearance and never removed.
-    P().notificationCenter().addObserver(this, QStringLiteral("setNotifBadge"), QStringLiteral("checkNotifBadge"));
+    notifications::Bell::observe(this);
 }
 
 void ViewController::viewDidDisappear(bool) {}
@@ -270,7 +268,7 @@ void ViewController::handOver(const QString& identifier) {
 
 void ViewController::removeSplash() { imgLoading->setHidden(true); }
 
-void ViewController::setNotifBadge() { refreshNotificationBadge(this); }
+void ViewController::setNotifBadge() { notifications::Bell::setNotifBadge(this); }
 
 // Farms.
 
@@ -554,7 +552,7 @@ void ViewController::tblProductsDidSelectRow(int row) {
 void ViewController::openNewProduceView(QObject*) {
     endEditing();
     viewNewProduce->setHidden(false);
-    if (NavigationController* nav = navigationController()) nav->setNavigationBarUserInteractionEnabled(false);
+    if (NavigationController* nav = navigationController()) nav->navigationBar()->setUserInteractionEnabled(false);
     lblFarm->setText(QStringLiteral("Ürün Seçiniz"));
     txtFarmSize->setText(QString(""));
     lblProduct->setText(NoProduct);
@@ -566,7 +564,7 @@ void ViewController::openNewProduceView(QObject*) {
 void ViewController::removeNewProduceView(QObject*) {
     endEditing();
     viewNewProduce->setHidden(true);
-    if (NavigationController* nav = navigationController()) nav->setNavigationBarUserInteractionEnabled(true);
+    if (NavigationController* nav = navigationController()) nav->navigationBar()->setUserInteractionEnabled(true);
 }
 
 void ViewController::openPlantsView(QObject*) {

@@ -25,12 +25,9 @@ namespace ekinora::home {
 // consent panel when the service asks, and logs out a farmer the service now calls a club member.
 class ViewController : public platform::ViewController {
     Q_OBJECT
-    // The identifier the storyboard makes it under.
-    Q_PROPERTY(QString storyboardIdentifier READ storyboardIdentifier CONSTANT)
 public:
     explicit ViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
-    QString storyboardIdentifier() const { return QStringLiteral("firstViewController"); }
 
     // State.
     QJsonArray arrFarms;

@@ -6,7 +6,8 @@
 
 namespace ekinora::platform {
 
-NavigationController::NavigationController(QObject* parent) : ViewController(parent) {}
+NavigationController::NavigationController(QObject* parent)
+    : ViewController(parent), m_bar(new View(QStringLiteral("navigationBar"), this)) {}
 
 NavigationController::~NavigationController() {
     for (ViewController* c : std::as_const(m_stack)) c->release();

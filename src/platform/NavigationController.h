@@ -8,12 +8,10 @@ namespace ekinora::platform {
 class NavigationController : public ViewController {
     Q_OBJECT
     Q_PROPERTY(bool navigationBarHidden READ isNavigationBarHidden WRITE setNavigationBarHidden NOTIFY barChanged)
-    // navigationBar.userInteractionEnabled: a screen's panel can stop the bar taking touches.
-    Q_PROPERTY(bool navigationBarUserInteractionEnabled READ navigationBarUserInteractionEnabled
-                   WRITE setNavigationBarUserInteractionEnabled NOTIFY barChanged)
     Q_PROPERTY(int depth READ depth NOTIFY stackChanged)
     Q_PROPERTY(QString topTitle READ topTitle NOTIFY stackChanged)
     Q_PROPERTY(QObject* topRightItem READ topRightItem NOTIFY stackChanged)
+    Q_PROPERTY(QObject* navigationBar READ navigationBarView CONSTANT)
 public:
     explicit NavigationController(QObject* parent = nullptr);
     ~NavigationController() override;
@@ -33,15 +31,13 @@ public:
     // The menu button of a side menu's content.
     Q_INVOKABLE void openSideMenu();
 
+    // The bar as a view: a screen may stop it taking touches while a panel of its own is open.
+    View* navigationBar() const { return m_bar; }
+    QObject* navigationBarView() const { return m_bar; }
+
     bool isNavigationBarHidden() const { return m_barHidden; }
     void setNavigationBarHidden(bool hidden);
     void setNavigationBarHidden(bool hidden, bool animated) { setNavigationBarHidden(hidden); }
-    bool navigationBarUserInteractionEnabled() const { return m_barInteraction; }
-    void setNavigationBarUserInteractionEnabled(bool enabled) {
-        if (m_barInteraction == enabled) return;
-        m_barInteraction = enabled;
-        emit barChanged();
-    }
 
     void viewWillAppear(bool animated) override;
     void viewDidAppear(bool animated) override;
@@ -56,8 +52,8 @@ private:
     void adopt(ViewController* c);
     void drop(ViewController* c);
     QList<ViewController*> m_stack;
+    View* m_bar;
     bool m_barHidden = false;
-    bool m_barInteraction = true;
 };
 
 } // namespace ekinora::platform

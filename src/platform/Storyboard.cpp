@@ -4,6 +4,7 @@
 #include "ViewController.h"
 
 #include <QHash>
+#include <QVariant>
 
 namespace ekinora::platform {
 
@@ -27,7 +28,10 @@ ViewController* Storyboard::instantiateViewControllerWithIdentifier(const QStrin
             app->log(QStringLiteral("Storyboard has no view controller with identifier '%1'").arg(identifier));
         return nullptr;
     }
-    return (*it)();
+    ViewController* made = (*it)();
+    // Tests and tools tell screens apart by the identifier they were made from.
+    if (made && !made->property("storyboardIdentifier").isValid()) made->setProperty("storyboardIdentifier", identifier);
+    return made;
 }
 
 void Storyboard::clear() { registry().clear(); }

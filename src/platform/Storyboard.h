@@ -14,7 +14,8 @@ public:
     using Factory = std::function<ViewController*()>;
     static void registerIdentifier(const QString& identifier, Factory factory);
     static bool contains(const QString& identifier);
-    // A new controller, or null (logged) for an identifier that has no screen.
+    // A new controller, or null (logged) for an identifier that has no screen. The controller carries
+    // the identifier in its "storyboardIdentifier" property.
     static ViewController* instantiateViewControllerWithIdentifier(const QString& identifier);
     static void clear();
 };

@@ -409,7 +409,7 @@ private slots:
         home->openNewProduceView();
         QCOMPARE(home->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
         QCOMPARE(home->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
-        QVERIFY(!nav->navigationBarUserInteractionEnabled());
+        QVERIFY(!nav->navigationBar()->userInteractionEnabled());
         // The crop panel closed with nothing chosen reads "Ürün Seç" here.
         home->openPlantsView();
         home->collPlantsDidSelectItem(1);
@@ -460,7 +460,7 @@ private slots:
         QCOMPARE(sent.value("range").toDouble(), 12.5);
         QVERIFY(!sent.contains("aps"));
         QVERIFY(home->viewNewProduce->isHidden());
-        QVERIFY(nav->navigationBarUserInteractionEnabled());
+        QVERIFY(nav->navigationBar()->userInteractionEnabled());
         QCOMPARE(fake->http->requestsFor("farmer/produces").size(), farmLists + 1);
     }
 

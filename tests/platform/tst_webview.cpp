@@ -71,6 +71,35 @@ private slots:
         QCOMPARE(finished, 1);
     }
 
+    void mailAndPhoneLinksComeToTheScreenAsTappedLinks() {
+        int finished = 0;
+        model->setDidFinishNavigation([&](WebView*) { ++finished; });
+        QList<QPair<QString, int>> asked;
+        // Tapped links are refused, so that nothing is handed to the desktop.
+        model->setDecidePolicy([&](WebView*, const QUrl& url, int type) {
+            if (type != int(WebView::LinkActivated)) return true;
+            asked.append({url.toString(), type});
+            return false;
+        });
+        model->loadHTMLString(QStringLiteral("<html><head></head><body><p>Başvuru: "
+                                             "<a id=\"m\" href=\"mailto:kvkk@ekinora.com.tr\"><b id=\"inner\">kvkk@ekinora.com.tr</b></a>"
+                                             " <a id=\"t\" href=\"tel:08504553566\">ara</a></p></body></html>"));
+        QTRY_COMPARE_WITH_TIMEOUT(finished, 1, 15000);
+        // A tap on the text inside the link counts as a tap on the link.
+        model->evaluateJavaScript(QStringLiteral("document.getElementById('inner').click(); true;"));
+        QTRY_VERIFY_WITH_TIMEOUT(!asked.isEmpty(), 10000);
+        QCOMPARE(asked.first(), qMakePair(QStringLiteral("mailto:kvkk@ekinora.com.tr"), int(WebView::LinkActivated)));
+        model->evaluateJavaScript(QStringLiteral("document.getElementById('t').click(); true;"));
+        QTRY_COMPARE_WITH_TIMEOUT(asked.size(), 2, 10000);
+        QCOMPARE(asked.last(), qMakePair(QStringLiteral("tel:08504553566"), int(WebView::LinkActivated)));
+        // The page stays.
+        QVariant still;
+        model->evaluateJavaScript(QStringLiteral("document.getElementById('m') !== null;"), [&](const QVariant& v) { still = v; });
+        QTRY_VERIFY_WITH_TIMEOUT(still.isValid(), 10000);
+        QCOMPARE(still.toBool(), true);
+        QCOMPARE(finished, 1);
+    }
+
     void scriptsWaitForAViewThatIsNotShown() {
         model->setHidden(true);
         model->evaluateJavaScript(QStringLiteral("1 + 1;"));

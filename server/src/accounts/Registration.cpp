@@ -3,6 +3,8 @@
 #include "accounts/Accounts.h"
 #include "accounts/SmsChallenges.h"
 #include "accounts/Validation.h"
+#include "farms/Calendar.h"
+#include "farms/Farms.h"
 #include "notifications/Notifications.h"
 
 #include <algorithm>
@@ -123,15 +125,9 @@ void checkConsents(const ApiCall& call, const Applicant& a, envelope::FieldError
     if (call.text("term").value_or("") != "yes") errors.emplace_back("term", TermMissing);
 }
 
-struct Field {
-    std::int64_t produceId = 0;
-    double size = 0;
-    Json aps = Json::array();
-};
-
 // The crops of a farmer's registration. A crop the app has edited carries the crop kind under "id"
 // instead of "produceId"; both are read.
-std::optional<std::string> readFields(const ApiCall& call, Database& db, std::vector<Field>& out) {
+std::optional<std::string> readFields(const ApiCall& call, Database& db, std::vector<farms::FarmInput>& out) {
     Json fields = call.params.value("fields", Json());
     if (fields.is_null()) return std::nullopt;
     if (fields.is_string()) fields = Json::parse(fields.get<std::string>(), nullptr, false);
@@ -140,7 +136,7 @@ std::optional<std::string> readFields(const ApiCall& call, Database& db, std::ve
 
     for (const Json& element : fields) {
         if (!element.is_object()) return FieldsInvalid;
-        Field field;
+        farms::FarmInput field;
         const Json kind = element.contains("produceId") ? element["produceId"] : element.value("id", Json());
         const auto produceId = wholeNumber(kind);
         if (!produceId) return FieldProduceMissing;
@@ -159,11 +155,11 @@ std::optional<std::string> readFields(const ApiCall& call, Database& db, std::ve
         for (const Json& product : aps) {
             const auto id = wholeNumber(product);
             if (!id) return FieldsInvalid;
-            if (std::find(field.aps.begin(), field.aps.end(), Json(*id)) != field.aps.end()) continue;
+            if (std::find(field.products.begin(), field.products.end(), *id) != field.products.end()) continue;
             if (db.scalar("SELECT COUNT(*) FROM aps WHERE id = ?", {*id}) == 0) return FieldProductUnknown;
-            field.aps.push_back(*id);
+            field.products.push_back(*id);
         }
-        if (field.aps.size() > MaxProductsPerField) return FieldProductsTooMany;
+        if (field.products.size() > MaxProductsPerField) return FieldProductsTooMany;
         out.push_back(std::move(field));
     }
     return std::nullopt;
@@ -262,7 +258,7 @@ void registerRegistrationCommands(Dispatch& dispatch, Database& db, Clock clock)
     dispatch.add("farmer/register", false, [&db, now](const ApiCall& call) {
         Applicant applicant;
         auto errors = readApplicant(call, db, now(), applicant);
-        std::vector<Field> fields;
+        std::vector<farms::FarmInput> fields;
         if (auto problem = readFields(call, db, fields)) errors.emplace_back("fields", *problem);
         checkConsents(call, applicant, errors);
         if (!errors.empty()) return rejected(errors);
@@ -272,10 +268,10 @@ void registerRegistrationCommands(Dispatch& dispatch, Database& db, Clock clock)
         db.transaction([&] {
             userId = createAccount(db, applicant, "farmer", true, nullptr);
             if (!userId) return;
-            for (const Field& field : fields)
-                db.execute(
-                    "INSERT INTO registration_fields (user_id, produce_id, size, aps) VALUES (?, ?, ?, ?)",
-                    {userId, field.produceId, field.size, field.aps.dump()});
+            // The crops become the farmer's farms, each in its crop's period of this month.
+            const int month = farms::monthInTurkey(now());
+            for (const farms::FarmInput& farm : fields)
+                farms::createFarm(db, userId, farm, month);
             notifications::notify(db, userId, Welcome);
             token = issueToken(db, userId);
         });

@@ -212,6 +212,34 @@ CREATE INDEX notifications_user ON notifications(user_id, id);
         {22, "full_legal_texts", R"sql(
 DELETE FROM pages WHERE slug IN ('conditions-of-use', 'kvkk', 'etk', 'yarisma-kosullar');
 )sql"},
+        // The crops a farmer gives at registration are his farms: those kept apart so far move into
+        // the farms, each in the period its crop is in this month in Turkey (the first period whose
+        // season has begun, counted from the crop's first period), with their products in order.
+        {23, "registration_fields_to_farms", R"sql(
+CREATE TEMP TABLE moved_fields AS
+SELECT r.id AS field_id,
+       (SELECT IFNULL(MAX(id), 0) FROM farms) + ROW_NUMBER() OVER (ORDER BY r.id) AS farm_id
+FROM registration_fields r
+WHERE r.size > 0;
+INSERT INTO farms (id, user_id, produce_id, size_dekar, period_id, created_at)
+SELECT m.farm_id, r.user_id, r.produce_id, r.size,
+       (SELECT MAX(p.id) FROM periods p
+        WHERE p.produce_id = r.produce_id
+          AND (p.start_month - f.start_month + 12) % 12
+              <= (CAST(strftime('%m', 'now', '+3 hours') AS INTEGER) - f.start_month + 12) % 12),
+       r.created_at
+FROM moved_fields m
+JOIN registration_fields r ON r.id = m.field_id
+LEFT JOIN periods f ON f.id = (SELECT MIN(id) FROM periods WHERE produce_id = r.produce_id)
+ORDER BY m.farm_id;
+INSERT OR IGNORE INTO farm_aps (farm_id, ap_id, position)
+SELECT m.farm_id, CAST(j.value AS INTEGER), j.key + 1
+FROM moved_fields m
+JOIN registration_fields r ON r.id = m.field_id, json_each(r.aps) j
+WHERE EXISTS (SELECT 1 FROM aps a WHERE a.id = CAST(j.value AS INTEGER));
+DROP TABLE moved_fields;
+DROP TABLE registration_fields;
+)sql"},
     };
     return list;
 }

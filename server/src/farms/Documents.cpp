@@ -1,5 +1,7 @@
 #include "farms/Documents.h"
 
+#include "core/Html.h"
+
 #include "farms/Calendar.h"
 #include "farms/Pdf.h"
 
@@ -19,28 +21,6 @@ std::string plainName(std::string name) {
     return name;
 }
 
-std::string escaped(const std::string& text) {
-    std::string out;
-    for (char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
-}
 
 std::optional<Document> periodDocument(Database& db, std::int64_t periodId) {
     auto period =
@@ -98,8 +78,8 @@ std::optional<Document> pestPage(Database& db, const std::string& slug) {
                   "  ORDER BY p.sort_order, pe.id)"
                   " GROUP BY produce_id ORDER BY sort_order",
                   {id}))
-        seasons += "<li><b>" + escaped(row.at("crop").get<std::string>()) + ":</b> " +
-                   escaped(row.at("periods").get<std::string>()) + "</li>";
+        seasons += "<li><b>" + escapeHtml(row.at("crop").get<std::string>()) + ":</b> " +
+                   escapeHtml(row.at("periods").get<std::string>()) + "</li>";
 
     // Product names are the company's own texts, with their markup.
     std::string products;
@@ -109,7 +89,7 @@ std::optional<Document> pestPage(Database& db, const std::string& slug) {
         products += "<li><img src=\"" + productPicturePath(row.at("id").get<std::int64_t>()) +
                     "\" alt=\"\"><span>" + row.at("name").get<std::string>() + "</span></li>";
 
-    const std::string name = escaped(pest->at("name").get<std::string>());
+    const std::string name = escapeHtml(pest->at("name").get<std::string>());
     std::string html =
         "<!DOCTYPE html>\n<html lang=\"tr\"><head><meta charset=\"utf-8\">"
         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"><title>" +
@@ -128,8 +108,8 @@ std::optional<Document> pestPage(Database& db, const std::string& slug) {
         "</style></head><body><header>";
     if (pest->at("image_path").is_string())
         html += "<img src=\"" + pest->at("image_path").get<std::string>() + "\" alt=\"\">";
-    html += "<div><h1>" + name + "</h1><p>" + escaped(pest->at("group_name").get<std::string>()) +
-            "</p></div></header><main><p>" + escaped(pest->at("summary").get<std::string>()) + "</p>";
+    html += "<div><h1>" + name + "</h1><p>" + escapeHtml(pest->at("group_name").get<std::string>()) +
+            "</p></div></header><main><p>" + escapeHtml(pest->at("summary").get<std::string>()) + "</p>";
     if (!seasons.empty()) html += "<h2>Görüldüğü dönemler</h2><ul>" + seasons + "</ul>";
     if (!products.empty())
         html += "<h2>Önerilen ürünlerimiz</h2><ul class=\"products\">" + products + "</ul>";

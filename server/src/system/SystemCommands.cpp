@@ -1,5 +1,7 @@
 #include "system/SystemCommands.h"
 
+#include "core/Html.h"
+
 #include "core/Envelope.h"
 #include "system/Popups.h"
 #include "system/Settings.h"
@@ -33,28 +35,6 @@ Json probeReply(Database& db) {
 
 namespace {
 
-std::string escapeHtml(const std::string& text) {
-    std::string out;
-    for (char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
-}
 
 } // namespace
 

@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import "qrc:/ekinora/platform/qml"
+import "qrc:/ekinora/widgets"
 
 // Sign-in, the registration wizard and the consent pages as panels over one another.
 Rectangle {
@@ -11,6 +12,8 @@ Rectangle {
 
     readonly property color leaf: "#78b930"
     readonly property color ink: "#333333"
+    readonly property color line: "#d5d5d5"
+    readonly property bool registering: !viewRegister.hidden
 
     component Title: Text {
         width: parent.width
@@ -25,34 +28,131 @@ Rectangle {
         font.pixelSize: 15
         wrapMode: Text.WordWrap
     }
+    // The filled look of the main buttons, drawn here so that it needs no shader effect (the raised
+    // style's shadow layer draws nothing where the scene graph renders in software).
+    component Fill: Rectangle {
+        property Item button: parent
+        radius: 4
+        color: !button.enabled ? "#c8c8c8" : button.down ? Qt.darker(root.leaf, 1.15) : root.leaf
+    }
+    component FillText: Text {
+        property Item button: parent
+        text: button.text
+        font: button.font
+        color: "white"
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+    }
+    // A button that only calls the screen's action of its name.
     component MainButton: Button {
+        id: main
         font.capitalization: Font.MixedCase
-        id: b
         property string act: ""
         objectName: act
         width: parent.width
         implicitHeight: 50
         font.pixelSize: 17
         font.bold: true
-        palette.button: root.leaf
-        palette.buttonText: "white"
-        Material.background: root.leaf
-        Material.foreground: "white"
+        background: Fill { button: main }
+        contentItem: FillText { button: main }
         Accessible.name: text
         onClicked: controller[act]()
     }
+    component TextAction: Button {
+        font.capitalization: Font.MixedCase
+        property string act: ""
+        objectName: act
+        flat: true
+        implicitHeight: 48
+        font.pixelSize: 16
+        Material.foreground: root.leaf
+        Accessible.name: text
+        onClicked: controller[act]()
+    }
+    // A control's button in the look of the main buttons.
+    component LeafButton: PButton {
+        id: leafButton
+        width: parent.width
+        implicitHeight: 50
+        font.pixelSize: 17
+        font.bold: true
+        background: Fill { button: leafButton }
+        contentItem: FillText { button: leafButton }
+    }
+    // A permission's heading: a button that stays switched off.
+    component Caption: PButton {
+        id: caption
+        width: parent.width
+        implicitHeight: 30
+        leftPadding: 0
+        background: Item {}
+        contentItem: Text { text: caption.text; color: "#8a8a8a"; font.pixelSize: 14; font.bold: true; verticalAlignment: Text.AlignBottom }
+    }
+    // A text, or its placeholder, that a tap on the whole row acts on.
+    component TapRow: AbstractButton {
+        id: row
+        property string act: ""
+        property string caption: ""
+        default property alias content: holder.data
+        objectName: act
+        width: parent.width
+        implicitHeight: Math.max(56, holder.childrenRect.height + 28)
+        Accessible.role: Accessible.Button
+        Accessible.name: caption
+        onClicked: controller[act]()
+        background: Rectangle { radius: 4; border.color: root.line; color: row.pressed ? "#f1f7ea" : "white" }
+        contentItem: Item {
+            Text {
+                id: cap
+                text: row.caption
+                color: "#888888"
+                font.pixelSize: 13
+                x: 12; y: 6
+            }
+            Item { id: holder; x: 12; y: 24; width: parent.width - 40; height: childrenRect.height }
+            Text { text: "›"; color: root.leaf; font.pixelSize: 26; anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter } }
+        }
+    }
+    // A place field: the text shows the pick, the button over it opens the list.
+    component PlaceField: Item {
+        id: place
+        property QtObject field: null
+        property QtObject button: null
+        property string purpose: ""
+        readonly property Item buttonItem: opener
+        width: parent.width
+        height: 48
+        PTextField { model: place.field; anchors.fill: parent; readOnly: true; rightPadding: 36 }
+        Text {
+            text: "▾"
+            color: root.leaf
+            font.pixelSize: 18
+            anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter }
+            rotation: controller.dropDownCityCounty && controller.dropDownCityCounty.btnSender === place.button
+                      && controller.dropDownCityCounty.senderImageFlipped ? 180 : 0
+        }
+        PButton {
+            id: opener
+            model: place.button
+            anchors.fill: parent
+            background: Item {}
+            contentItem: Item {}
+            Accessible.name: place.purpose
+        }
+    }
 
-    // Header with the name of the application.
+    // Header with the name of the application; lower while registering.
     Rectangle {
         id: header
         anchors { left: parent.left; right: parent.right; top: parent.top }
-        height: 200
+        height: root.registering ? 88 : 200
         color: root.leaf
         Column {
             anchors.centerIn: parent
             spacing: 6
-            Text { text: "Ekinora"; color: "white"; font.pixelSize: 40; font.bold: true; anchors.horizontalCenter: parent.horizontalCenter }
-            Text { text: "Tarlanız cebinizde"; color: "white"; font.pixelSize: 17; anchors.horizontalCenter: parent.horizontalCenter }
+            Text { text: "Ekinora"; color: "white"; font.pixelSize: root.registering ? 30 : 40; font.bold: true; anchors.horizontalCenter: parent.horizontalCenter }
+            Text { text: "Tarlanız cebinizde"; color: "white"; font.pixelSize: 17; visible: !root.registering; anchors.horizontalCenter: parent.horizontalCenter }
         }
     }
 
@@ -121,54 +221,324 @@ Rectangle {
             }
         }
         PView { model: viewRegisterActivation; anchors.fill: parent; color: "white" }
+
+        // Who registers, then the person and the place.
         PView {
             model: viewRegisterInfo
-            anchors { fill: parent; margins: 24 }
+            anchors.fill: parent
             color: "white"
             PView {
                 model: memberShipView
-                anchors.fill: parent
+                anchors { fill: parent; margins: 24 }
                 color: "white"
                 Column {
                     width: parent.width
                     spacing: 16
                     Title { text: "Üyelik Türü" }
                     Hint { text: "Ekinora'ya kim olarak katılıyorsunuz?" }
-                    PButton { model: farmerButton; width: parent.width; text: "Çiftçiyim" }
-                    PButton { model: dealerButton; width: parent.width; text: "Bayiyim" }
+                    LeafButton { model: farmerButton }
+                    LeafButton { model: dealerButton }
                 }
             }
             PView {
                 model: nameView
-                anchors.fill: parent
+                anchors { fill: parent; margins: 24; bottomMargin: 96 }
                 color: "white"
-                Title { text: "Kişisel Bilgiler" }
+                Column {
+                    width: parent.width
+                    spacing: 14
+                    Title { text: "Kişisel Bilgiler" }
+                    Hint { text: "Adınızı, soyadınızı ve yaşadığınız yeri girin. E-posta isteğe bağlıdır." }
+                    PTextField { model: txtName; width: parent.width }
+                    PTextField { model: txtLastName; width: parent.width }
+                    PTextField { model: txtMail; width: parent.width; inputMethodHints: Qt.ImhEmailCharactersOnly }
+                    PlaceField { id: cityPlace; field: txtCity; button: btnCity; purpose: "İl seçimi" }
+                    PlaceField { id: countyPlace; field: txtCounty; button: btnCounty; purpose: "İlçe seçimi" }
+                }
             }
-            PButton { model: devamButton; width: parent.width; anchors.bottom: parent.bottom; text: "Devam" }
+            LeafButton {
+                model: devamButton
+                anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 }
+                width: undefined
+            }
         }
+
+        // A farmer's crops, or a dealer's shop.
         PView {
             model: viewRegisterFarm
-            anchors { fill: parent; margins: 24 }
+            anchors.fill: parent
             color: "white"
-            PView { model: ciftciTarlaView; anchors.fill: parent; Title { text: "Tarlalarım" } }
-            PView { model: bayiBilgileriView; anchors.fill: parent; Title { text: "Bayi Bilgileri" } }
+            PView {
+                model: ciftciTarlaView
+                anchors { fill: parent; bottomMargin: 136 }
+                Column {
+                    id: cropsHead
+                    anchors { left: parent.left; right: parent.right; top: parent.top; margins: 24 }
+                    spacing: 8
+                    Title { text: "Tarlalarım" }
+                    Hint { text: "En fazla 3 tarla ekleyebilirsiniz. Tarla eklemeden de devam edebilirsiniz." }
+                }
+                ListView {
+                    id: farmsList
+                    objectName: collFarms.objectName
+                    visible: !collFarms.hidden
+                    anchors { left: parent.left; right: parent.right; top: cropsHead.bottom; bottom: parent.bottom; topMargin: 8 }
+                    clip: true
+                    boundsBehavior: Flickable.StopAtBounds
+                    spacing: controller.minimumLineSpacing(collFarms)
+                    topMargin: controller.sectionInset(collFarms)
+                    bottomMargin: controller.sectionInset(collFarms)
+                    leftMargin: controller.sectionInset(collFarms)
+                    rightMargin: controller.sectionInset(collFarms)
+                    // Cells are read again only when the collection reloads.
+                    property int revision: collFarms.revision
+                    model: { revision; return controller.numberOfItemsInSection(collFarms, 0) }
+                    delegate: Item {
+                        id: farmCell
+                        property int row: index
+                        property var content: { farmsList.revision; return controller.cellForItem(collFarms, index) }
+                        readonly property bool isCrop: content.reuseIdentifier === "FarmCell"
+                        readonly property size cellSize: { farmsList.revision; return controller.sizeForItem(collFarms, index, farmsList.width) }
+                        objectName: content.reuseIdentifier
+                        width: cellSize.width
+                        height: cellSize.height
+                        Accessible.role: Accessible.Button
+                        Accessible.name: isCrop ? content.lblFarm + ", " + content.lblFarmSize : "Tarla Ekle"
+
+                        Rectangle {
+                            anchors.fill: parent
+                            visible: farmCell.isCrop
+                            radius: 3
+                            clip: true
+                            color: "#f4f9ee"
+                            border.color: root.leaf
+                            Column {
+                                anchors { fill: parent; margins: 16 }
+                                spacing: 6
+                                Text { objectName: farmCell.isCrop ? "lblFarm" : ""; text: farmCell.content.lblFarm || ""; font.pixelSize: 22; font.bold: true; color: root.ink; width: parent.width; elide: Text.ElideRight }
+                                Text { objectName: farmCell.isCrop ? "lblFarmSize" : ""; text: farmCell.content.lblFarmSize || ""; font.pixelSize: 16; color: root.leaf; font.bold: true }
+                                Rectangle { width: parent.width; height: 1; color: root.line }
+                                Text {
+                                    objectName: farmCell.isCrop ? "lblProducts" : ""
+                                    text: farmCell.content.lblProducts || ""
+                                    font.pixelSize: 15; color: "#555555"; width: parent.width
+                                    wrapMode: Text.WordWrap; maximumLineCount: 4; elide: Text.ElideRight
+                                }
+                            }
+                        }
+                        Rectangle {
+                            anchors.fill: parent
+                            visible: !farmCell.isCrop
+                            radius: 3
+                            color: tapFarm.pressed ? "#f1f7ea" : "white"
+                            border.color: root.leaf
+                            border.width: 1.5
+                            Text { anchors.centerIn: parent; text: "+  Tarla Ekle"; color: root.leaf; font.pixelSize: 18; font.bold: true }
+                        }
+                        MouseArea { id: tapFarm; anchors.fill: parent; onClicked: controller.didSelectItem(collFarms, farmCell.row) }
+                    }
+                }
+            }
+            PView {
+                model: bayiBilgileriView
+                anchors { fill: parent; margins: 24; bottomMargin: 136 }
+                color: "white"
+                Column {
+                    width: parent.width
+                    spacing: 14
+                    Title { text: "Bayi Bilgileri" }
+                    Hint { text: "Bayinizin adını, vergi numarasını ve T.C. Kimlik Numaranızı girin." }
+                    PTextField { model: bayiAdiText; width: parent.width }
+                    PTextField { model: vergiNoText; width: parent.width }
+                    PTextField { model: tcKimlikText; width: parent.width }
+                }
+            }
+            Column {
+                anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 }
+                spacing: 4
+                MainButton { act: "continueToFinish"; text: "Devam" }
+                TextAction { act: "continueToInfo"; text: "Kişisel Bilgilere Dön"; anchors.horizontalCenter: parent.horizontalCenter }
+            }
         }
+
         PView {
             model: viewRegisterFinal
             anchors { fill: parent; margins: 24 }
             color: "white"
             Column {
                 width: parent.width
-                spacing: 24
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 28
+                Text { text: "✓"; color: root.leaf; font.pixelSize: 64; anchors.horizontalCenter: parent.horizontalCenter }
                 PLabel {
                     model: activationLabel
                     width: parent.width
-                    font.pixelSize: 17
+                    font.pixelSize: 18
                     horizontalAlignment: Text.AlignHCenter
                 }
-                PButton { model: completeRegistrationButton; width: parent.width }
+                LeafButton { model: completeRegistrationButton }
             }
         }
+    }
+
+    // Editing one crop: its kind, its size and its products.
+    PView {
+        model: viewNewProduce
+        anchors.fill: parent
+        color: "#99000000"
+        MouseArea { anchors.fill: parent } // nothing under the panel takes touches
+        Rectangle {
+            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
+            height: produceColumn.height + 48
+            radius: 6
+            Column {
+                id: produceColumn
+                anchors { left: parent.left; right: parent.right; top: parent.top; margins: 24 }
+                spacing: 14
+                Title { text: "Tarla Bilgileri" }
+                TapRow {
+                    act: "openPlantsView"
+                    caption: "Ekili ürün"
+                    PLabel { model: lblFarm; width: parent.width; font.pixelSize: 17; color: root.ink }
+                }
+                PTextField { model: txtFarmSize; width: parent.width }
+                TapRow {
+                    act: "openProductView"
+                    caption: "Kullandığınız zirai ürünler"
+                    PLabel { model: lblProduct; width: parent.width; font.pixelSize: 17; color: root.ink }
+                }
+                LeafButton { model: btnNewProduce }
+                LeafButton { model: btnUpdateProduce }
+                PButton {
+                    model: btnDeleteProduce
+                    width: parent.width
+                    flat: true
+                    Material.foreground: "#c62828"
+                }
+                TextAction { act: "removeNewProduceView"; text: "Vazgeç"; anchors.horizontalCenter: parent.horizontalCenter }
+            }
+        }
+    }
+
+    // The crop kinds, two a row.
+    PView {
+        model: viewPlant
+        anchors.fill: parent
+        color: "#99000000"
+        MouseArea { anchors.fill: parent }
+        Rectangle {
+            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
+            height: plantColumn.height + 32
+            radius: 6
+            Column {
+                id: plantColumn
+                anchors { left: parent.left; right: parent.right; top: parent.top; margins: 16 }
+                spacing: 10
+                Title { text: "Ekili Ürün" }
+                GridView {
+                    id: plantGrid
+                    objectName: collPlants.objectName
+                    visible: !collPlants.hidden
+                    // A grid cell holds its item and the spacing after it: one spacing wider than the
+                    // collection, two items and the gap between them fill the collection's width.
+                    readonly property real frameWidth: parent.width
+                    width: frameWidth + controller.minimumInteritemSpacing(collPlants)
+                    height: Math.min(constCollPlantHeight.constant, root.height - 200)
+                    clip: true
+                    boundsBehavior: Flickable.StopAtBounds
+                    property int revision: collPlants.revision
+                    readonly property size itemSize: controller.sizeForItem(collPlants, 0, frameWidth)
+                    cellWidth: itemSize.width + controller.minimumInteritemSpacing(collPlants)
+                    cellHeight: itemSize.height + controller.minimumLineSpacing(collPlants)
+                    model: { revision; return controller.numberOfItemsInSection(collPlants, 0) }
+                    delegate: Rectangle {
+                        id: plantCell
+                        property int row: index
+                        property var content: { plantGrid.revision; return controller.cellForItem(collPlants, index) }
+                        objectName: content.reuseIdentifier
+                        width: plantGrid.itemSize.width
+                        height: plantGrid.itemSize.height
+                        color: tapPlant.pressed ? "#f1f7ea" : "#f6f6f6"
+                        Accessible.role: Accessible.Button
+                        Accessible.name: content.lblPlantName
+                        Text {
+                            objectName: "lblPlantName"
+                            anchors.centerIn: parent
+                            text: plantCell.content.lblPlantName
+                            color: plantCell.content.textColor
+                            font.underline: plantCell.content.underline
+                            font.pixelSize: 17
+                        }
+                        MouseArea { id: tapPlant; anchors.fill: parent; onClicked: controller.didSelectItem(collPlants, plantCell.row) }
+                    }
+                }
+                TextAction { act: "removePlantsView"; text: "Kapat"; anchors.horizontalCenter: parent.horizontalCenter }
+            }
+        }
+    }
+
+    // The agricultural products; up to three are chosen.
+    PView {
+        model: viewProduct
+        anchors.fill: parent
+        color: "#99000000"
+        MouseArea { anchors.fill: parent }
+        Rectangle {
+            anchors { fill: parent; topMargin: 60; bottomMargin: 60; leftMargin: 16; rightMargin: 16 }
+            radius: 6
+            Column {
+                id: productHead
+                anchors { left: parent.left; right: parent.right; top: parent.top; margins: 16 }
+                spacing: 6
+                Title { text: "Zirai Ürünler" }
+                Hint { text: "En fazla 3 ürün seçebilirsiniz." }
+            }
+            ListView {
+                id: productList
+                objectName: tblProducts.objectName
+                visible: !tblProducts.hidden
+                anchors { left: parent.left; right: parent.right; top: productHead.bottom; bottom: productButtons.top; margins: 8 }
+                clip: true
+                boundsBehavior: Flickable.StopAtBounds
+                property int revision: tblProducts.revision
+                model: { revision; return controller.numberOfItemsInSection(tblProducts, 0) }
+                delegate: Item {
+                    id: productCell
+                    property int row: index
+                    property var content: { productList.revision; return controller.cellForItem(tblProducts, index) }
+                    objectName: content.reuseIdentifier
+                    width: productList.width
+                    height: 50
+                    Accessible.role: Accessible.Button
+                    Accessible.name: content.lblProductName
+                    Text {
+                        objectName: "lblProductName"
+                        anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 12 }
+                        text: productCell.content.lblProductName
+                        color: productCell.content.textColor
+                        font.underline: productCell.content.underline
+                        font.pixelSize: 16
+                        elide: Text.ElideRight
+                    }
+                    Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom } height: 1; color: "#eeeeee" }
+                    MouseArea { anchors.fill: parent; onClicked: controller.didSelectItem(tblProducts, productCell.row) }
+                }
+            }
+            Column {
+                id: productButtons
+                anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 16 }
+                spacing: 4
+                MainButton { act: "acceptProductView"; text: "Tamam" }
+                TextAction { act: "removeProductView"; text: "Vazgeç"; anchors.horizontalCenter: parent.horizontalCenter }
+            }
+        }
+    }
+
+    // The open city or county list, over the form.
+    DropDownListView {
+        anchors.fill: parent
+        model: controller.dropDownCityCounty
+        senders: [cityPlace.buttonItem, countyPlace.buttonItem]
     }
 
     // The farewell after a logout.
@@ -185,32 +555,46 @@ Rectangle {
         }
     }
 
-    // Consent pages over everything.
+    // Consent pages over everything; the one brought to the front last stands on top.
     PView {
         model: viewKVKK
         anchors.fill: parent
         color: "white"
-        PWebView { model: webKVKK; anchors { fill: parent; topMargin: 24 } }
+        z: controller.frontPanel === "viewKVKK" ? 12 : 10
+        Title { id: kvkkTitle; text: "Kullanım Şartları"; x: 24; y: 24; width: parent.width - 48 }
+        PWebView { model: webKVKK; anchors { left: parent.left; right: parent.right; top: kvkkTitle.bottom; bottom: kvkkButton.top; margins: 16 } }
+        MainButton { id: kvkkButton; act: "acceptKVKK"; text: "Okudum, Onaylıyorum"; width: undefined; anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 } }
     }
     PView {
         model: viewETK
         anchors.fill: parent
         color: "white"
+        z: controller.frontPanel === "viewETK" ? 12 : 10
         Column {
-            anchors { fill: parent; margins: 24 }
+            anchors { left: parent.left; right: parent.right; top: parent.top; margins: 24 }
             spacing: 12
-            PButton { model: btn1Enb; width: parent.width; text: "SMS" }
-            PButton { model: btn2Enb; width: parent.width; text: "E-posta" }
-            PButton { model: btn3Enb; width: parent.width; text: "Reklam" }
+            Title { text: "İletişim İzinleri" }
+            Hint { text: "Hangi kanallardan bilgi almak istediğinizi seçin. Seçim yapmadan da devam edebilirsiniz." }
+            // The rows take the panel's final width (the phone's width less the margins) from the
+            // start: a radio button whose width changes after it is made feeds its width back into its
+            // own size.
+            Caption { model: btn1Enb }
+            RadioButton { model: radioETK1; width: 342 }
+            Caption { model: btn2Enb }
+            RadioButton { model: radioETK2; width: 342 }
+            Caption { model: btn3Enb }
+            RadioButton { model: radioETK3; width: 342 }
+            TextAction { act: "openETKWebView"; text: "Aydınlatma Metnini Oku" }
         }
+        MainButton { act: "closeETKView"; text: "Devam"; width: undefined; anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 } }
     }
     PView {
         model: viewETKWeb
         anchors.fill: parent
         color: "white"
-        PWebView { model: webviewETK; anchors { fill: parent; topMargin: 24 } }
+        z: controller.frontPanel === "viewETKWeb" ? 12 : 11
+        Title { id: etkTitle; text: "Aydınlatma Metni"; x: 24; y: 24; width: parent.width - 48 }
+        PWebView { model: webviewETK; anchors { left: parent.left; right: parent.right; top: etkTitle.bottom; bottom: etkButton.top; margins: 16 } }
+        MainButton { id: etkButton; act: "closeETKWebView"; text: "Okudum"; width: undefined; anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 } }
     }
-    PView { model: viewNewProduce; anchors.fill: parent; color: "white" }
-    PView { model: viewPlant; anchors.fill: parent; color: "white" }
-    PView { model: viewProduct; anchors.fill: parent; color: "white" }
 }

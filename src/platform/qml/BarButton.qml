@@ -11,6 +11,8 @@ ToolButton {
     visible: model !== null && !model.hidden
     width: 48; height: 48
     text: model ? model.title : ""
+    // An item with a picture shows only the picture; its title stays its accessible name.
+    display: model && model.image.length > 0 ? AbstractButton.IconOnly : AbstractButton.TextBesideIcon
     icon.source: model && model.image.length > 0 ? "qrc:/ekinora/images/" + model.image + ".png" : ""
     onClicked: if (model) model.tap()
     Accessible.name: model ? (model.title.length > 0 ? model.title : model.objectName) : ""

@@ -10,9 +10,9 @@ Item {
     Rectangle {
         id: bar
         visible: !controller.navigationBarHidden
+        enabled: controller.navigationBar.userInteractionEnabled
         anchors { left: parent.left; right: parent.right; top: parent.top }
         height: visible ? 56 : 0
-        enabled: controller.navigationBarUserInteractionEnabled
         color: "#ffffff"
         Rectangle {
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }

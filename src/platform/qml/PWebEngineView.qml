@@ -9,6 +9,31 @@ WebEngineView {
     settings.pluginsEnabled: true
     settings.pdfViewerEnabled: true
 
+    // Qt WebEngine hands a link to a scheme it doesn't load itself ("mailto:", "tel:") straight to the
+    // desktop, without a navigation request. This script catches such a tap in the page and reports it,
+    // so that the screen decides on it like on any tapped link.
+    readonly property string externalLinkPrefix: "ekinora-external-link:"
+    readonly property string externalLinkScript: "(function () {
+        if (window.__ekinoraExternalLinks) return;
+        window.__ekinoraExternalLinks = true;
+        var loaded = ['http:', 'https:', 'about:', 'data:', 'file:', 'blob:', 'javascript:', 'qrc:'];
+        document.addEventListener('click', function (event) {
+            var node = event.target;
+            while (node && !(node.tagName === 'A' && node.href)) node = node.parentElement;
+            if (!node || loaded.indexOf(node.protocol) >= 0) return;
+            event.preventDefault();
+            console.info('" + externalLinkPrefix + "' + node.href);
+        }, true);
+    })();"
+
+    Component.onCompleted: userScripts.collection = [{
+        name: "externalLinks",
+        sourceCode: externalLinkScript,
+        injectionPoint: WebEngineScript.DocumentCreation,
+        worldId: WebEngineScript.MainWorld,
+        runOnSubframes: true
+    }]
+
     function reload() {
         if (!model) return
         if (model.html.length > 0 || model.url.toString().length === 0) loadHtml(model.html, model.baseUrl)
@@ -29,6 +54,12 @@ WebEngineView {
         // An HTML string loads as a data address; the screen sees it as the blank page it stands for.
         var address = request.url.toString().indexOf("data:") === 0 ? "about:blank" : request.url
         if (!web.model.shouldNavigate(address, kind)) request.action = WebEngineNavigationRequest.IgnoreRequest
+    }
+    onJavaScriptConsoleMessage: function(level, message, lineNumber, sourceID) {
+        if (message.indexOf(externalLinkPrefix) !== 0) return
+        // A tapped link like any other; allowed, it goes to the desktop as Qt would have sent it.
+        var address = message.substring(externalLinkPrefix.length)
+        if (web.model && web.model.shouldNavigate(address, 0)) Qt.openUrlExternally(address)
     }
     onLoadingChanged: function(info) {
         if (info.status === WebEngineView.LoadSucceededStatus) web.model.navigationFinished()

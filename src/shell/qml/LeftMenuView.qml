@@ -42,16 +42,24 @@ Item {
                     source: cell.content.icon ? "qrc:/ekinora/icons/" + cell.content.icon + ".svg" : ""
                 }
                 Text {
+                    id: label
                     objectName: "textLabel"
+                    // The part of the row that the slid-aside content leaves in view.
+                    readonly property real room: Math.min(cell.width, root.width - list.x) - 24 - 24 - 14 - 8
                     anchors.verticalCenter: parent.verticalCenter
-                    width: cell.width - 24 - 24 - 14 - 8
+                    width: room
                     text: cell.content.html || ""
                     textFormat: Text.RichText
                     color: cell.pressed ? "#d3d3d3" : "white"
-                    font.pixelSize: 17
-                    fontSizeMode: Text.HorizontalFit
-                    minimumPixelSize: 4
+                    // Shrinks to fit, down to a fifth of its size.
+                    font.pixelSize: Math.max(17 * 0.2, Math.min(17, 17 * room / Math.max(1, measure.advanceWidth)))
                     elide: Text.ElideNone
+                    TextMetrics {
+                        id: measure
+                        font.family: label.font.family
+                        font.pixelSize: 17
+                        text: (cell.content.text || "") + " "
+                    }
                 }
             }
             onClicked: controller.didSelectRow(index)

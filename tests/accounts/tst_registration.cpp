@@ -1,0 +1,562 @@
+// The registration wizard of the sign-in screen against scripted replies: the place lists and their
+// delay, the order of the steps, the crop rules that adding checks and updating doesn't, the exact
+// registration requests, the dealer check's alerts, and where the notice's links go.
+
+#include "FakePlatform.h"
+#include "accounts/LoginViewController.h"
+#include "platform/AlertController.h"
+#include "widgets/DropDownList.h"
+#include "widgets/GroupedRadioButton.h"
+
+#include <QJsonDocument>
+#include <QTest>
+#include <QUrlQuery>
+
+using namespace ekinora;
+using namespace ekinora::platform;
+using namespace ekinora::testing;
+using accounts::LoginViewController;
+using widgets::DropDownList;
+
+namespace {
+
+QJsonObject envelope(const QJsonValue& data, int status = 200, const QJsonObject& errors = {}) {
+    return QJsonObject{{"status", status}, {"message", ""}, {"errors", errors}, {"data", data}};
+}
+
+QJsonObject bodyOf(const HttpRequest& request) { return QJsonDocument::fromJson(request.body).object(); }
+
+QStringList keysOf(const QJsonObject& o) {
+    QStringList keys = o.keys();
+    keys.sort();
+    return keys;
+}
+
+// Two cities of one name: the lookups take the last.
+const QJsonArray Cities{QJsonObject{{"id", 42}, {"name", "Konya"}}, QJsonObject{{"id", 6}, {"name", "Ankara"}},
+                        QJsonObject{{"id", "420"}, {"name", "Konya"}}};
+const QJsonArray Counties{QJsonObject{{"id", 4201}, {"name", "Karatay"}}, QJsonObject{{"id", 4202}, {"name", "Çumra"}},
+                          QJsonObject{{"id", 4299}, {"name", "Karatay"}}};
+const QJsonArray Plants{QJsonObject{{"id", 1}, {"name", "Buğday"}}, QJsonObject{{"id", 2}, {"name", "Arpa"}},
+                        QJsonObject{{"id", 4}, {"name", "Ayçiçeği"}}};
+const QJsonArray Products{QJsonObject{{"id", 101}, {"name", "Tarvenza<sup>&reg;</sup> 250 EC"}},
+                          QJsonObject{{"id", 102}, {"name", "Korsan 5 WG"}}, QJsonObject{{"id", 103}, {"name", "Mantis SC"}},
+                          QJsonObject{{"id", 104}, {"name", "Bariyer 20 SL"}}};
+const QString Waiting =
+    QStringLiteral("Kayıt işleminiz başarıyla gerçekleştirildi. Hesabınız aktif edildiğinde sisteme giriş yapabilirsiniz");
+
+} // namespace
+
+class RegistrationTest : public QObject {
+    Q_OBJECT
+    FakePlatform* fake = nullptr;
+    LoginViewController* screen = nullptr;
+    QList<QUrl> opened;
+
+    AlertController* alert() const { return fake->alert(); }
+    QString alertText() const { return alert() ? alert()->title() + u'|' + alert()->message() : QString(); }
+    void closeAlert() {
+        QVERIFY(alert());
+        alert()->tapButton(0);
+    }
+    DropDownList* openList() const { return qobject_cast<DropDownList*>(screen->dropDownCityCounty()); }
+
+    // Picks a row of the open list as a tap does.
+    void pick(const QString& name) {
+        DropDownList* list = openList();
+        QVERIFY(list);
+        const int row = list->list().indexOf(name);
+        QVERIFY(row >= 0);
+        list->didSelectRow(row);
+    }
+
+    // The personal data with a place chosen through the lists.
+    void fillPerson() {
+        screen->txtName->setText("Mehmet");
+        screen->txtLastName->setText("Kaya");
+        screen->txtMail->setText("");
+        screen->btnCity->tap();
+        pick("Konya");
+        fake->run(500);
+        screen->btnCounty->tap();
+        pick("Karatay");
+    }
+
+    void chooseFarmer(const char* role = "farmer") {
+        screen->openRegisterView();
+        (QByteArray(role) == "farmer" ? screen->farmerButton : screen->dealerButton)->tap();
+        closeAlertWith(QStringLiteral("Onaylıyorum"));
+        screen->closeETKWebView();
+        screen->closeETKView();
+        fillPerson();
+        screen->devamButton->tap();
+    }
+    void closeAlertWith(const QString& button) {
+        QVERIFY(alert());
+        alert()->tapButton(int(alert()->buttonTitles().indexOf(button)));
+    }
+
+    void newCrop(const QString& plant, const QString& size, const QStringList& products = {}) {
+        screen->didSelectItem(screen->collFarms, int(screen->arrFarms.size()));
+        QVERIFY(!screen->viewNewProduce->isHidden());
+        if (!plant.isEmpty()) {
+            screen->openPlantsView();
+            screen->didSelectItem(screen->collPlants, indexOf(screen->arrPlants, plant));
+        }
+        screen->txtFarmSize->setText(size);
+        if (!products.isEmpty()) {
+            screen->openProductView();
+            for (const QString& p : products) screen->didSelectItem(screen->tblProducts, indexOf(screen->arrProducts, p));
+            screen->acceptProductView();
+        }
+        screen->btnNewProduce->tap();
+    }
+    static int indexOf(const QJsonArray& list, const QString& name) {
+        for (int i = 0; i < list.size(); ++i)
+            if (list.at(i).toObject().value("name").toString() == name) return i;
+        return -1;
+    }
+
+private slots:
+    void init() {
+        fake = new FakePlatform;
+        opened.clear();
+        fake->platform->application().setUrlOpener([this](const QUrl& url) {
+            opened << url;
+            return true;
+        });
+        fake->http->on("region/cities", jsonReply(envelope(QJsonObject{{"cities", Cities}})));
+        fake->http->on("region/counties", jsonReply(envelope(QJsonObject{{"counties", Counties}})));
+        fake->http->on("produces", jsonReply(envelope(QJsonObject{{"produces", Plants}})));
+        fake->http->on("produce/aps", jsonReply(envelope(QJsonObject{{"aps", Products}})));
+        fake->http->on("page/detail", [](const HttpRequest& r) {
+            const QString slug = queryValues(r, "slug").value(0);
+            return jsonReply(envelope(QJsonObject{
+                {"page", QJsonObject{{"text", slug == "kvkk" ? "<p><a href=\"mailto:kvkk@ekinora.com.tr\">kvkk</a></p>" : "<p>Şartlar</p>"}}}}));
+        });
+        screen = new LoginViewController;
+        fake->platform->window().setRootViewController(screen);
+        fake->platform->window().makeKeyAndVisible();
+        screen->loadViewIfNeeded();
+        fake->run(1000);
+    }
+    void cleanup() {
+        delete fake;
+        screen = nullptr;
+    }
+
+    void placeListsWaitHalfASecondAndTakeTheLastMatch() {
+        // No county list before a city: a warning, and no list.
+        screen->btnCounty->tap();
+        QCOMPARE(alertText(), QStringLiteral("Uyarı|Önce şehir seçiniz."));
+        QVERIFY(!openList());
+        closeAlert();
+
+        screen->btnCity->tap();
+        DropDownList* cities = openList();
+        QVERIFY(cities);
+        QCOMPARE(cities->tag(), 101);
+        QCOMPARE(cities->list(), (QStringList{"Konya", "Ankara", "Konya"}));
+        QCOMPARE(cities->listHeight(), 250.0);
+        QCOMPARE(cities->animationDirection(), QStringLiteral("down"));
+        // A second tap closes the open list instead of opening another.
+        screen->btnCity->tap();
+        QVERIFY(!openList());
+        QVERIFY(!cities->isOpen());
+        screen->btnCity->tap();
+        pick("Konya");
+        QVERIFY(!openList());
+
+        // The county button rests until the new city's list is in.
+        QVERIFY(!screen->btnCounty->userInteractionEnabled());
+        fake->http->flush();
+        fake->clock->advance(499);
+        QCOMPARE(fake->http->requestsFor("region/counties").size(), 0);
+        screen->btnCounty->tap();
+        QVERIFY(!openList());
+        QVERIFY(!alert());
+        fake->clock->advance(1);
+        QCOMPARE(fake->http->requestsFor("region/counties").size(), 1);
+        QCOMPARE(queryValues(fake->http->requestsFor("region/counties").first(), "cityId"), QStringList{"420"});
+        QCOMPARE(screen->txtCity->text(), QStringLiteral("Konya"));
+        fake->run(0);
+        QVERIFY(screen->btnCounty->userInteractionEnabled());
+
+        screen->btnCounty->tap();
+        QCOMPARE(openList()->tag(), 102);
+        pick("Çumra");
+        QCOMPARE(screen->txtCounty->text(), QStringLiteral("Çumra"));
+
+        // Another city empties the county when its list arrives.
+        screen->btnCity->tap();
+        pick("Ankara");
+        QCOMPARE(screen->txtCounty->text(), QStringLiteral("Çumra"));
+        fake->run(500);
+        QCOMPARE(screen->txtCity->text(), QStringLiteral("Ankara"));
+        QCOMPARE(screen->txtCounty->text(), QString());
+        QCOMPARE(queryValues(fake->http->requestsFor("region/counties").last(), "cityId"), QStringList{"6"});
+    }
+
+    void aCityNotInTheListSendsNoId() {
+        screen->btnCity->setTitle("Atlantis");
+        screen->getCounties();
+        QVERIFY(queryValues(fake->http->requestsFor("region/counties").first(), "cityId").isEmpty());
+    }
+
+    void wizardStepsInOrder() {
+        screen->openRegisterView();
+        QVERIFY(!screen->viewRegister->isHidden() && !screen->memberShipView->isHidden() && !screen->viewRegisterInfo->isHidden());
+        QVERIFY(screen->nameView->isHidden() && screen->devamButton->isHidden() && screen->viewLogin->isHidden());
+
+        screen->farmerButton->tap();
+        QCOMPARE(screen->registerType, QJsonValue("farmer"));
+        QVERIFY(screen->memberShipView->isHidden() && !screen->nameView->isHidden() && !screen->devamButton->isHidden());
+        QCOMPARE(alertText(), QStringLiteral("Uyarı|Kayıt olarak Kullanım Şartlarını onaylamış olursunuz."));
+        QCOMPARE(alert()->buttonTitles(), (QStringList{"Onaylıyorum", "Kullanım Şartları Metnine Git"}));
+
+        // The conditions first, then their acceptance.
+        closeAlertWith("Kullanım Şartları Metnine Git");
+        QVERIFY(!screen->viewKVKK->isHidden());
+        QCOMPARE(screen->frontPanel(), QStringLiteral("viewKVKK"));
+        QCOMPARE(screen->webKVKK->html(), QStringLiteral("<html><head></head><body><p>Şartlar</p></body></html>"));
+        screen->acceptKVKK();
+        QVERIFY(screen->viewKVKK->isHidden() && !screen->viewETK->isHidden() && !screen->viewETKWeb->isHidden());
+        QCOMPARE(screen->frontPanel(), QStringLiteral("viewETKWeb"));
+        screen->closeETKWebView();
+        QVERIFY(screen->viewETKWeb->isHidden() && !screen->viewETK->isHidden());
+        screen->openETKWebView();
+        QVERIFY(!screen->viewETKWeb->isHidden());
+        screen->closeETKWebView();
+        screen->closeETKView();
+        QVERIFY(screen->viewETK->isHidden());
+
+        // Name, surname, city and county are needed; e-mail is not.
+        screen->devamButton->tap();
+        QCOMPARE(alertText(), QStringLiteral("Uyarı|Kişisel bilgilerinizi giriniz."));
+        closeAlert();
+        screen->txtName->setText("Mehmet");
+        screen->txtLastName->setText("Kaya");
+        screen->devamButton->tap();
+        QCOMPARE(alertText(), QStringLiteral("Uyarı|Kişisel bilgilerinizi giriniz."));
+        closeAlert();
+        fillPerson();
+        screen->devamButton->tap();
+        QVERIFY(!alert());
+        QVERIFY(!screen->viewRegisterFarm->isHidden() && !screen->ciftciTarlaView->isHidden());
+        QVERIFY(screen->bayiBilgileriView->isHidden() && screen->viewRegisterInfo->isHidden());
+
+        // Back to the person and forward again; no crop is needed.
+        screen->continueToInfo();
+        QVERIFY(screen->viewRegisterFarm->isHidden() && !screen->viewRegisterInfo->isHidden());
+        screen->devamButton->tap();
+        screen->continueToFinish();
+        QVERIFY(screen->viewRegisterFarm->isHidden() && !screen->viewRegisterFinal->isHidden());
+    }
+
+    void addingChecksTheCropUpdatingDoesNot() {
+        chooseFarmer();
+        QCOMPARE(screen->numberOfItemsInSection(screen->collFarms), 1);
+        QCOMPARE(screen->cellForItem(screen->collFarms, 0).value("reuseIdentifier").toString(), QStringLiteral("NewFarmCell"));
+
+        newCrop("", "12");
+        QCOMPARE(alertText(), QStringLiteral("Uyarı|Ürün seçmediniz."));
+        closeAlert();
+        QVERIFY(!screen->viewNewProduce->isHidden());
+        for (const char* size : {"", "0"}) {
+            screen->txtFarmSize->setText(size);
+            screen->openPlantsView();
+            screen->didSelectItem(screen->collPlants, 0);
+            QCOMPARE(screen->lblFarm->text(), QStringLiteral("Buğday"));
+            screen->btnNewProduce->tap();
+            QCOMPARE(alertText(), QStringLiteral("Uyarı|Tarla büyüklüğünü girmediniz."));
+            closeAlert();
+            // A second tap on the chosen plant takes the choice back.
+            screen->openPlantsView();
+            screen->didSelectItem(screen->collPlants, 0);
+            QCOMPARE(screen->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
+        }
+        screen->openPlantsView();
+        screen->didSelectItem(screen->collPlants, 0);
+        screen->txtFarmSize->setText("10001");
+        screen->btnNewProduce->tap();
+        QCOMPARE(alertText(), QStringLiteral("Uyarı|Tarla büyüklüğü 10000 dekardan büyük olamaz."));
+        closeAlert();
+        QVERIFY(screen->arrFarms.isEmpty());
+
+        // "12a" reads as 12 and "abc" is not "0": both pass.
+        screen->txtFarmSize->setText("12a");
+        screen->openProductView();
+        for (int row : {0, 2, 1, 3}) screen->didSelectItem(screen->tblProducts, row);
+        // A fourth product stays out, without a word.
+        QCOMPARE(screen->arrSelectedProducts, (QStringList{"Tarvenza® 250 EC", "Mantis SC", "Korsan 5 WG"}));
+        QVERIFY(!alert());
+        QCOMPARE(screen->cellForItem(screen->tblProducts, 3).value("underline").toBool(), false);
+        QCOMPARE(screen->cellForItem(screen->tblProducts, 2).value("underline").toBool(), true);
+        screen->didSelectItem(screen->tblProducts, 2);
+        screen->acceptProductView();
+        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Tarvenza® 250 EC\nKorsan 5 WG"));
+        screen->btnNewProduce->tap();
+        QVERIFY(screen->viewNewProduce->isHidden());
+        newCrop("Arpa", "abc");
+        newCrop("Ayçiçeği", "10000");
+        QCOMPARE(screen->arrFarms.size(), 3);
+
+        const QVariantMap card = screen->cellForItem(screen->collFarms, 0);
+        QCOMPARE(card.value("reuseIdentifier").toString(), QStringLiteral("FarmCell"));
+        QCOMPARE(card.value("lblFarm").toString(), QStringLiteral("Buğday"));
+        QCOMPARE(card.value("lblFarmSize").toString(), QStringLiteral("12a dekar"));
+        QCOMPARE(card.value("lblProducts").toString(), QStringLiteral("Tarvenza® 250 EC\nKorsan 5 WG"));
+        QCOMPARE(screen->cellForItem(screen->collFarms, 1).value("lblProducts").toString(), QStringLiteral("Zirai Ürün Seçilmedi"));
+        QCOMPARE(screen->arrFarms.at(0).toObject(),
+                 (QJsonObject{{"range", "12a"},
+                              {"produceId", 1},
+                              {"name", "Buğday"},
+                              {"aps", QJsonArray{QJsonObject{{"id", 101}, {"name", "Tarvenza® 250 EC"}},
+                                                 QJsonObject{{"id", 102}, {"name", "Korsan 5 WG"}}}}}));
+        QVERIFY(!screen->arrFarms.at(1).toObject().contains("aps"));
+
+        // Three crops: no adding cell.
+        QCOMPARE(screen->numberOfItemsInSection(screen->collFarms), 3);
+        QCOMPARE(screen->sizeForItem(screen->collFarms, 2, 390), QSizeF(358, 190));
+
+        // An update takes a size of 0 and keeps the kind under "id"; with no product chosen the
+        // panel's placeholder matches nothing and "aps" is empty.
+        screen->didSelectItem(screen->collFarms, 1);
+        QVERIFY(!screen->btnUpdateProduce->isHidden() && screen->btnNewProduce->isHidden());
+        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
+        QCOMPARE(screen->arrSelectedProducts, QStringList{"Zirai Ürün Seçiniz"});
+        screen->txtFarmSize->setText("0");
+        screen->btnUpdateProduce->tap();
+        QVERIFY(!alert());
+        QCOMPARE(screen->arrFarms.at(1).toObject(),
+                 (QJsonObject{{"range", "0"}, {"id", 2}, {"name", "Arpa"}, {"aps", QJsonArray()}}));
+
+        // Deleting one brings the adding cell back.
+        screen->didSelectItem(screen->collFarms, 2);
+        screen->btnDeleteProduce->tap();
+        QCOMPARE(screen->arrFarms.size(), 2);
+        QCOMPARE(screen->numberOfItemsInSection(screen->collFarms), 3);
+        QCOMPARE(screen->cellForItem(screen->collFarms, 2).value("reuseIdentifier").toString(), QStringLiteral("NewFarmCell"));
+        QCOMPARE(screen->sizeForItem(screen->collFarms, 2, 390), QSizeF(358, 65));
+
+        // A new crop starts with nothing chosen, whatever the last one had.
+        screen->didSelectItem(screen->collFarms, 0);
+        screen->didSelectItem(screen->collFarms, 2);
+        QCOMPARE(screen->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
+        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
+        QVERIFY(screen->arrSelectedProducts.isEmpty());
+    }
+
+    void plantListHeightFollowsTheCount_data() {
+        QTest::addColumn<int>("plants");
+        QTest::addColumn<double>("height");
+        QTest::newRow("one") << 1 << 50.0;
+        QTest::newRow("three") << 3 << 100.0;
+        QTest::newRow("twelve") << 12 << 300.0;
+        QTest::newRow("more than the screen, even") << 40 << 844.0 - 64 - 50;
+        QTest::newRow("more than the screen, odd") << 29 << 844.0 - 64 - 50;
+    }
+    void plantListHeightFollowsTheCount() {
+        QFETCH(int, plants);
+        QFETCH(double, height);
+        QJsonArray list;
+        for (int i = 0; i < plants; ++i) list.append(QJsonObject{{"id", i + 1}, {"name", QString("Ürün %1").arg(i)}});
+        fake->http->on("produces", jsonReply(envelope(QJsonObject{{"produces", list}})));
+        screen->getPlants();
+        fake->run(0);
+        QCOMPARE(screen->constCollPlantHeight->constant(), height);
+        QCOMPARE(screen->sizeForItem(screen->collPlants, 0, 341), QSizeF(170, 50));
+    }
+
+    void farmerRegistrationSendsExactlyTheseKeys() {
+        fake->store->setString("hashCode", "h-123");
+        chooseFarmer();
+        newCrop("Buğday", "12", {"Tarvenza® 250 EC", "Mantis SC"});
+        newCrop("Arpa", "5");
+        screen->didSelectItem(screen->collFarms, 1);
+        screen->btnUpdateProduce->tap();
+        screen->radioETK1->tap();
+        screen->radioETK3->tap();
+        screen->radioETK3->tap(); // switched off again
+        screen->radioETK2->tap();
+        screen->continueToFinish();
+        fake->http->on("farmer/register", jsonReply(envelope(QJsonValue::Null, 400, {{"hash", "Telefon doğrulamanızın süresi doldu."}})));
+        screen->completeRegistrationButton->tap();
+        QCOMPARE(fake->platform->window().hudCount(), 1);
+        fake->run(0);
+        QCOMPARE(fake->platform->window().hudCount(), 0);
+
+        const HttpRequest sent = fake->http->requestsFor("farmer/register").first();
+        QCOMPARE(sent.method, QByteArray("POST"));
+        QVERIFY(sent.url.endsWith("/?do=farmer/register"));
+        QVERIFY(!sent.hasHeader("Authorization"));
+        const QJsonObject body = bodyOf(sent);
+        QCOMPARE(keysOf(body), (QStringList{"countyId", "deviceType", "email", "etk-advertising", "etk-email", "etk-sms",
+                                            "fields", "firstName", "hash", "lastName", "term"}));
+        QCOMPARE(body.value("countyId"), QJsonValue(4299)); // the last "Karatay"
+        QCOMPARE(body.value("email"), QJsonValue(""));
+        QCOMPARE(body.value("hash"), QJsonValue("h-123"));
+        QCOMPARE(body.value("term"), QJsonValue("yes"));
+        QVERIFY(body.value("deviceType").isDouble());
+        QCOMPARE(body.value("deviceType").toInt(), 2);
+        QCOMPARE(body.value("etk-sms"), QJsonValue("1"));
+        QCOMPARE(body.value("etk-email"), QJsonValue("1"));
+        QCOMPARE(body.value("etk-advertising"), QJsonValue("0"));
+        QCOMPARE(body.value("fields").toArray(),
+                 (QJsonArray{QJsonObject{{"range", "12"}, {"produceId", 1}, {"name", "Buğday"}, {"aps", QJsonArray{101, 103}}},
+                             QJsonObject{{"range", "5"}, {"id", 2}, {"name", "Arpa"}, {"aps", QJsonArray()}}}));
+
+        // A rejection keeps everything for another press, with the same hash.
+        QCOMPARE(alertText(), QStringLiteral("Uyarı|Telefon doğrulamanızın süresi doldu."));
+        closeAlert();
+        QVERIFY(!screen->viewRegisterFinal->isHidden());
+        const QJsonObject user{{"id", 9}, {"type", "farmer"}, {"token", "tok-9"}, {"menu", QJsonArray{1, 2}}, {"location", QJsonObject()}};
+        fake->http->on("farmer/register", jsonReply(envelope(user)));
+        screen->completeRegistrationButton->tap();
+        fake->run(0);
+        QCOMPARE(bodyOf(fake->http->requestsFor("farmer/register").last()), body);
+        // Signed in as by a login.
+        QCOMPARE(fake->store->stringForKey("token"), QStringLiteral("tok-9"));
+        QCOMPARE(fake->store->jsonForKey("userInfo").toObject(), user);
+        QVERIFY(fake->posts.contains("checkMenuList"));
+    }
+
+    void farmerWithoutCropsSendsNoFields() {
+        fake->store->setString("notifToken", QString(64, 'a'));
+        chooseFarmer();
+        screen->arrCounties = QJsonArray(); // the county's name no longer matches a record
+        screen->continueToFinish();
+        screen->finishRegistration();
+        const QJsonObject body = bodyOf(fake->http->requestsFor("farmer/register").first());
+        QVERIFY(!body.contains("fields"));
+        QVERIFY(!body.contains("countyId"));
+        QVERIFY(!body.contains("hash"));
+        QCOMPARE(body.value("deviceId"), QJsonValue(QString(64, 'a')));
+        for (const char* key : {"etk-sms", "etk-email", "etk-advertising"}) QCOMPARE(body.value(key), QJsonValue("0"));
+    }
+
+    void dealerCheckShowsTheFirstErrorOnly() {
+        chooseFarmer("dealer");
+        // The crop panel goes, the shop's keeps what it had.
+        QVERIFY(screen->ciftciTarlaView->isHidden());
+        QVERIFY(!screen->bayiBilgileriView->isHidden());
+        screen->bayiAdiText->setText("Öztürk Tarım");
+        screen->vergiNoText->setText("7710203344");
+        screen->continueToFinish();
+        QCOMPARE(alertText(), QStringLiteral("Uyarı|Bayi bilgilerini giriniz."));
+        closeAlert();
+        QVERIFY(fake->http->requestsFor("dealer/check-information-field").isEmpty());
+        screen->tcKimlikText->setText("10000000147");
+
+        fake->http->on("dealer/check-information-field",
+                       jsonReply(envelope(QJsonValue::Null, 400,
+                                          {{"taxNumber", "Vergi numarası 10 haneli olmalıdır."},
+                                           {"TCNo", "Lütfen geçerli bir T.C. Kimlik Numarası giriniz."}})));
+        screen->continueToFinish();
+        QCOMPARE(fake->platform->window().hudCount(), 0);
+        fake->run(0);
+        const HttpRequest check = fake->http->requestsFor("dealer/check-information-field").first();
+        QCOMPARE(check.method, QByteArray("POST"));
+        QVERIFY(check.url.endsWith("/?do=dealer/check-information-field"));
+        QCOMPARE(check.header("Authorization"), QByteArray("Bearer (null)"));
+        QCOMPARE(check.header("Content-Type"), QByteArray("application/json; charset=UTF-8"));
+        QCOMPARE(bodyOf(check), (QJsonObject{{"do", "dealer/check-information-field"},
+                                             {"taxNumber", "7710203344"},
+                                             {"dealerName", "Öztürk Tarım"},
+                                             {"TCNo", "10000000147"}}));
+        // The identity alert is up, so the second one is refused.
+        QCOMPARE(alertText(), QStringLiteral("Hata|Lütfen geçerli bir T.C. Kimlik Numarası giriniz."));
+        QCOMPARE(alert()->buttonStyles(), QList<int>{AlertController::Destructive});
+        QCOMPARE(fake->platform->window().presentedControllers().size(), 1);
+        QVERIFY(fake->logged("which is already presenting"));
+        closeAlert();
+        QVERIFY(!alert());
+        QVERIFY(screen->viewRegisterFinal->isHidden());
+
+        fake->http->on("dealer/check-information-field",
+                       jsonReply(envelope(QJsonValue::Null, 400, {{"taxNumber", "Bu vergi numarası ile kayıtlı bir bayi bulunuyor."}})));
+        screen->continueToFinish();
+        fake->run(0);
+        QCOMPARE(alertText(), QStringLiteral("Hata|Bu vergi numarası ile kayıtlı bir bayi bulunuyor."));
+        closeAlert();
+        fake->http->on("dealer/check-information-field", jsonReply(envelope(QJsonValue::Null, 400, {{"dealerName", "x"}})));
+        screen->continueToFinish();
+        fake->run(0);
+        QCOMPARE(alertText(), QStringLiteral("Hata|Bilgileri doğru girdiğinizden emin olun"));
+        closeAlert();
+
+        fake->http->on("dealer/check-information-field", jsonReply(envelope(QJsonValue::Null)));
+        screen->continueToFinish();
+        fake->run(0);
+        QVERIFY(!screen->viewRegisterFinal->isHidden());
+        QVERIFY(screen->viewRegisterFarm->isHidden() && screen->bayiBilgileriView->isHidden());
+    }
+
+    void dealerRegistersWithoutSigningIn() {
+        fake->store->setString("hashCode", "h-77");
+        chooseFarmer("dealer");
+        screen->bayiAdiText->setText("Öztürk Tarım");
+        screen->vergiNoText->setText("7710203344");
+        screen->tcKimlikText->setText("10000000146");
+        screen->radioETK3->tap();
+        fake->http->on("dealer/check-information-field", jsonReply(envelope(QJsonValue::Null)));
+        fake->http->on("dealer/register", jsonReply(envelope(QJsonValue::Null)));
+        screen->continueToFinish();
+        fake->run(0);
+        screen->completeRegistrationButton->tap();
+        fake->run(0);
+        const HttpRequest sent = fake->http->requestsFor("dealer/register").first();
+        QVERIFY(!sent.hasHeader("Authorization"));
+        QCOMPARE(bodyOf(sent), (QJsonObject{{"email", ""},
+                                            {"countyId", 4299},
+                                            {"firstName", "Mehmet"},
+                                            {"lastName", "Kaya"},
+                                            {"etk-sms", "0"},
+                                            {"etk-advertising", "1"},
+                                            {"etk-email", "0"},
+                                            {"hash", "h-77"},
+                                            {"taxNumber", "7710203344"},
+                                            {"dealerName", "Öztürk Tarım"},
+                                            {"TCNo", "10000000146"},
+                                            {"term", "yes"},
+                                            {"deviceType", 2}}));
+        QCOMPARE(screen->activationLabel->text(), Waiting);
+        QCOMPARE(screen->completeRegistrationButton->title(), QStringLiteral("Geriye Dön"));
+        QVERIFY(!fake->store->contains("token") && !fake->store->contains("userInfo"));
+
+        // The same button now leads back to the sign-in, without registering again.
+        screen->txtLoginPhone->setText("05559998877");
+        screen->completeRegistrationButton->tap();
+        fake->run(0);
+        QCOMPARE(fake->http->requestsFor("dealer/register").size(), 1);
+        QVERIFY(screen->viewRegister->isHidden() && !screen->viewLogin->isHidden() && !screen->viewLoginPhone->isHidden());
+        QVERIFY(screen->viewLoginCode->isHidden());
+        QCOMPARE(screen->txtLoginPhone->text(), QString());
+    }
+
+    void mailLinksOfTheNoticeGoToMail() {
+        const QUrl link(QStringLiteral("mailto:kvkk@ekinora.com.tr"));
+        // Only a tapped link.
+        QVERIFY(screen->webviewETK->shouldNavigate(link, WebView::Other));
+        QVERIFY(opened.isEmpty());
+        QVERIFY(screen->webKVKK->shouldNavigate(QUrl("https://www.kvkk.gov.tr"), WebView::LinkActivated));
+
+        QVERIFY(!screen->webviewETK->shouldNavigate(link, WebView::LinkActivated));
+        QCOMPARE(opened.size(), 1);
+        QCOMPARE(opened.first().scheme(), QStringLiteral("mailto"));
+        QCOMPARE(opened.first().path(), QStringLiteral("kvkk@ekinora.com.tr"));
+        QCOMPARE(QUrlQuery(opened.first()).queryItemValue("subject", QUrl::FullyDecoded),
+                 QStringLiteral("Ekinora - Kişisel Verilerin Korunması ve İşlenmesi Hakkında"));
+        QVERIFY(!alert());
+
+        // Without a mail account: a warning and nothing opened.
+        fake->platform->application().setUrlChecker([](const QUrl& url) { return url.scheme() != "mailto"; });
+        QVERIFY(!screen->webKVKK->shouldNavigate(link, WebView::LinkActivated));
+        QCOMPARE(opened.size(), 1);
+        QCOMPARE(alertText(), QStringLiteral("Uyarı|Mail hesabınız telefonunuza kurulu değildir."));
+        QCOMPARE(alert()->buttonTitles(), QStringList{"Tamam"});
+    }
+};
+
+QTEST_GUILESS_MAIN(RegistrationTest)
+#include "tst_registration.moc"
