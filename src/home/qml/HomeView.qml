@@ -136,7 +136,7 @@ Rectangle {
                         Row {
                             spacing: 4
                             PLabel { model: lblWeatherWind; color: "white"; font.pixelSize: 18; font.bold: true }
-                            Text { text: "km/s"; color: "white"; font.pixelSize: 14; anchors.baseline: parent.children[0].baseline }
+                            Text { text: "km/sa"; color: "white"; font.pixelSize: 14; anchors.baseline: parent.children[0].baseline }
                         }
                     }
                 }
