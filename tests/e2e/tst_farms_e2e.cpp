@@ -1,8 +1,7 @@
 // The farm list and the bell, end to end: the real application in-process, offscreen, against the
 // real reference service, driven through the object contract as a farmer would.
 
-#include "Ekinora.h"
-#include "QuickProbe.h"
+#include "EndToEnd.h"
 #include "accounts/DemoAccounts.h"
 #include "core/Server.h"
 #include "farms/FarmsViewController.h"
@@ -17,20 +16,13 @@
 using namespace ekinora;
 using namespace ekinora::testing;
 
-class FarmsEndToEnd : public QObject {
+class FarmsEndToEnd : public EndToEnd {
     Q_OBJECT
 private slots:
     void init() {
-        service = std::make_unique<server::Server>(server::ServerOptions{});
-        service->start();
-        settings = std::make_unique<QTemporaryDir>();
-        codes.clear();
+        startService();
     }
-    void cleanup() {
-        app.reset();
-        service.reset();
-        settings.reset();
-    }
+    void cleanup() { stopAll(); }
 
     void farmerAddsEditsAndDeletesFarms() {
         openFarms();
@@ -207,62 +199,13 @@ private:
         QCOMPARE(panelText("lblFarm"), crop);
     }
 
-    void startApp() {
-        StartOptions options;
-        options.serviceBase = QString::fromStdString(service->baseUrl());
-        options.settingsDir = settings->path();
-        app = std::make_unique<Ekinora>(options);
-        auto& application = app->platform().application();
-        application.setEchoLog(qEnvironmentVariableIsSet("EKINORA_ECHO_LOG"));
-        // The code the service issued is written to the log.
-        connect(&application, &platform::Application::logged, this, [this](const QString& line) {
-            if (QRegularExpression(QStringLiteral("^\\d{6}$")).match(line).hasMatch()) codes << line;
-        });
-        QVERIFY(app->start());
-        QVERIFY(QTest::qWaitForWindowExposed(window()));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "txtLoginPhone"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 8000);
-    }
 
-    // Types into a field; with replace, what it held goes first.
-    void typeInto(const char* field, const std::string& text, bool replace = false) {
-        QQuickItem* item = itemNamed(window(), field);
-        QVERIFY(item);
-        tapItem(window(), item);
-        QTRY_VERIFY(item->hasActiveFocus());
-        if (replace) {
-            QTest::keyClick(window(), Qt::Key_End);
-            for (int i = item->property("text").toString().size(); i > 0; --i) QTest::keyClick(window(), Qt::Key_Backspace);
-        }
-        for (char c : text) QTest::keyClick(window(), c);
-        QTRY_COMPARE(item->property("text").toString(), QString::fromStdString(text));
-    }
 
-    void signIn(const std::string& phone) {
-        typeInto("txtLoginPhone", phone);
-        tapItem(window(), itemNamed(window(), "getSmsCodeForLogin"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewLoginCode"), 5000);
-        QTRY_VERIFY(!codes.isEmpty());
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        typeInto("txtLoginCode", codes.last().toStdString());
-        tapItem(window(), itemNamed(window(), "validateSmsCodeForLogin"));
-    }
 
-    platform::SideMenuViewController* root() const {
-        return qobject_cast<platform::SideMenuViewController*>(app->platform().window().rootViewController());
-    }
-    platform::NavigationController* content() const {
-        return root() ? qobject_cast<platform::NavigationController*>(root()->contentViewController()) : nullptr;
-    }
     farms::FarmsViewController* farmsScreen() const {
         return content() ? qobject_cast<farms::FarmsViewController*>(content()->topViewController()) : nullptr;
     }
-    QQuickWindow* window() const { return app->platform().window().quickWindow(); }
 
-    std::unique_ptr<server::Server> service;
-    std::unique_ptr<QTemporaryDir> settings;
-    std::unique_ptr<Ekinora> app;
-    QStringList codes;
 };
 
 EKINORA_GUI_TEST_MAIN(FarmsEndToEnd)

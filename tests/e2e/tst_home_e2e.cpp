@@ -1,8 +1,7 @@
 // The farmer's home and crop calendar: the real application in-process, offscreen, against the real
 // reference service, driven through the object contract as a user would.
 
-#include "Ekinora.h"
-#include "QuickProbe.h"
+#include "EndToEnd.h"
 #include "accounts/DemoAccounts.h"
 #include "core/Server.h"
 #include "farms/DocumentViewController.h"
@@ -19,7 +18,7 @@
 using namespace ekinora;
 using namespace ekinora::testing;
 
-class HomeEndToEnd : public QObject {
+class HomeEndToEnd : public EndToEnd {
     Q_OBJECT
 private slots:
     void init() {
@@ -30,11 +29,7 @@ private slots:
         settings = std::make_unique<QTemporaryDir>();
         codes.clear();
     }
-    void cleanup() {
-        app.reset();
-        service.reset();
-        settings.reset();
-    }
+    void cleanup() { stopAll(); }
 
     void farmerSeesWeatherFarmsCalendarAndDocument() {
         startApp();
@@ -165,46 +160,9 @@ private slots:
     }
 
 private:
-    void startApp() {
-        StartOptions options;
-        options.serviceBase = QString::fromStdString(service->baseUrl());
-        options.settingsDir = settings->path();
-        app = std::make_unique<Ekinora>(options);
-        auto& application = app->platform().application();
-        application.setEchoLog(qEnvironmentVariableIsSet("EKINORA_ECHO_LOG"));
-        // The code the service issued is written to the log.
-        connect(&application, &platform::Application::logged, this, [this](const QString& line) {
-            if (QRegularExpression(QStringLiteral("^\\d{6}$")).match(line).hasMatch()) codes << line;
-        });
-        QVERIFY(app->start());
-        QVERIFY(QTest::qWaitForWindowExposed(window()));
-    }
 
-    void restartApp() {
-        app.reset();
-        startApp();
-    }
 
-    void typeInto(const char* field, const std::string& text) {
-        QQuickItem* item = itemNamed(window(), field);
-        QVERIFY(item);
-        tapItem(window(), item);
-        QTRY_VERIFY(item->hasActiveFocus());
-        for (char c : text) QTest::keyClick(window(), c);
-        QTRY_COMPARE(item->property("text").toString(), QString::fromStdString(text));
-    }
 
-    void signIn(const std::string& phone) {
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "txtLoginPhone"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 8000);
-        typeInto("txtLoginPhone", phone);
-        tapItem(window(), itemNamed(window(), "getSmsCodeForLogin"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewLoginCode"), 5000);
-        QTRY_VERIFY(!codes.isEmpty());
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        typeInto("txtLoginCode", codes.last().toStdString());
-        tapItem(window(), itemNamed(window(), "validateSmsCodeForLogin"));
-    }
 
     // No picture of the scene still loading.
     static int loadingPictures(QQuickItem* item) {
@@ -262,12 +220,7 @@ private:
         return names;
     }
 
-    QQuickWindow* window() const { return app->platform().window().quickWindow(); }
 
-    std::unique_ptr<server::Server> service;
-    std::unique_ptr<QTemporaryDir> settings;
-    std::unique_ptr<Ekinora> app;
-    QStringList codes;
 };
 
 EKINORA_GUI_TEST_MAIN(HomeEndToEnd)

@@ -2,8 +2,7 @@
 // service. A new number walks the farmer's wizard to the home screen; a dealer registers, waits for
 // the company and then signs in; the notice's mail link goes to mail.
 
-#include "Ekinora.h"
-#include "QuickProbe.h"
+#include "EndToEnd.h"
 #include "accounts/LoginViewController.h"
 #include "core/Server.h"
 #include "platform/NavigationController.h"
@@ -22,21 +21,14 @@
 using namespace ekinora;
 using namespace ekinora::testing;
 
-class RegisterEndToEnd : public QObject {
+class RegisterEndToEnd : public EndToEnd {
     Q_OBJECT
 private slots:
     void init() {
-        service = std::make_unique<server::Server>(server::ServerOptions{});
-        service->start();
-        settings = std::make_unique<QTemporaryDir>();
-        codes.clear();
+        startService();
         opened.clear();
     }
-    void cleanup() {
-        app.reset();
-        service.reset();
-        settings.reset();
-    }
+    void cleanup() { stopAll(); }
 
     void newFarmerWalksTheWizardWithTwoCropsToTheHome() {
         startApp();
@@ -209,30 +201,14 @@ private:
         QStringLiteral("Kayıt işleminiz başarıyla gerçekleştirildi. Hesabınız aktif edildiğinde sisteme giriş yapabilirsiniz");
 
     void startApp() {
-        StartOptions options;
-        options.serviceBase = QString::fromStdString(service->baseUrl());
-        options.settingsDir = settings->path();
-        app = std::make_unique<Ekinora>(options);
-        auto& application = app->platform().application();
-        application.setEchoLog(qEnvironmentVariableIsSet("EKINORA_ECHO_LOG"));
         // Mail and other hand-offs are recorded, not handed to the desktop.
-        application.setUrlOpener([this](const QUrl& url) {
-            opened << url;
-            return true;
+        EndToEnd::startApp([this](platform::Application& application) {
+            application.setUrlOpener([this](const QUrl& url) {
+                opened << url;
+                return true;
+            });
         });
-        connect(&application, &platform::Application::logged, this, [this](const QString& line) {
-            if (QRegularExpression(QStringLiteral("^\\d{6}$")).match(line).hasMatch()) codes << line;
-        });
-        QVERIFY(app->start());
-        QVERIFY(QTest::qWaitForWindowExposed(window()));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "txtLoginPhone"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 8000);
-    }
-
-    void tap(const char* name) {
-        QQuickItem* item = nullptr;
-        QTRY_VERIFY2((item = itemNamed(window(), name)), name);
-        tapItem(window(), item);
+        waitForSignIn();
     }
 
     void tapAlertButton(const QString& text) {
@@ -247,16 +223,6 @@ private:
         QFAIL(qPrintable("no alert button " + text));
     }
 
-    void typeInto(const char* field, const std::string& text) {
-        QQuickItem* item = itemNamed(window(), field);
-        QVERIFY2(item, field);
-        tapItem(window(), item);
-        QTRY_VERIFY(item->hasActiveFocus());
-        for (char c : text) QTest::keyClick(window(), c);
-        QTRY_COMPARE(item->property("text").toString(), QString::fromStdString(text));
-    }
-    void typeInto(const char* field, const QString& text) { typeInto(field, text.toStdString()); }
-    void typeInto(const char* field, const char* text) { typeInto(field, std::string(text)); }
 
     void clear(const char* field) {
         QQuickItem* item = itemNamed(window(), field);
@@ -267,20 +233,7 @@ private:
         while (!item->property("text").toString().isEmpty()) QTest::keyClick(window(), Qt::Key_Backspace);
     }
 
-    void askCode(const std::string& phone) {
-        typeInto("txtLoginPhone", phone);
-        tap("getSmsCodeForLogin");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewLoginCode"), 5000);
-        QTRY_VERIFY(!codes.isEmpty());
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-    }
 
-    void signIn(const std::string& phone) {
-        codes.clear();
-        askCode(phone);
-        typeInto("txtLoginCode", codes.last());
-        tap("validateSmsCodeForLogin");
-    }
 
     // Opens the list of a place button and takes its first row, whose title it gives back.
     void pickFirstOfList(const char* button, QString& title) {
@@ -395,23 +348,7 @@ private:
         auto* nav = content();
         return nav ? qobject_cast<accounts::LoginViewController*>(nav->topViewController()) : nullptr;
     }
-    platform::SideMenuViewController* root() const {
-        return qobject_cast<platform::SideMenuViewController*>(app->platform().window().rootViewController());
-    }
-    platform::NavigationController* content() const {
-        return qobject_cast<platform::NavigationController*>(root()->contentViewController());
-    }
-    QString topIdentifier() const {
-        auto* nav = content();
-        if (!nav || !nav->topViewController()) return {};
-        return nav->topViewController()->property("storyboardIdentifier").toString();
-    }
-    QQuickWindow* window() const { return app->platform().window().quickWindow(); }
 
-    std::unique_ptr<server::Server> service;
-    std::unique_ptr<QTemporaryDir> settings;
-    std::unique_ptr<Ekinora> app;
-    QStringList codes;
     QList<QUrl> opened;
 };
 

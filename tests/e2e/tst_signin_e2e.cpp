@@ -1,38 +1,20 @@
 // Sign-in journeys: the real application in-process, offscreen, against the real reference service,
 // driven through the object contract as a user would (typing, tapping).
 
-#include "Ekinora.h"
-#include "QuickProbe.h"
+#include "EndToEnd.h"
 #include "accounts/Accounts.h"
 #include "accounts/DemoAccounts.h"
-#include "core/Server.h"
-#include "platform/NavigationController.h"
-#include "platform/Platform.h"
-#include "platform/SideMenuViewController.h"
 #include "shell/LeftMenuViewController.h"
 #include "shell/MenuItems.h"
-
-#include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace ekinora;
 using namespace ekinora::testing;
 
-class SignInEndToEnd : public QObject {
+class SignInEndToEnd : public EndToEnd {
     Q_OBJECT
 private slots:
-    void init() {
-        service = std::make_unique<server::Server>(server::ServerOptions{});
-        service->start();
-        settings = std::make_unique<QTemporaryDir>();
-        codes.clear();
-    }
-    void cleanup() {
-        app.reset();
-        service.reset();
-        settings.reset();
-    }
+    void init() { startService(); }
+    void cleanup() { stopAll(); }
 
     void farmerSignsInSeesHisMenuTheCampaignAndLogsOut() {
         service->setPopupActive(true);
@@ -134,68 +116,16 @@ private slots:
     }
 
 private:
-    void startApp() {
-        StartOptions options;
-        options.serviceBase = QString::fromStdString(service->baseUrl());
-        options.settingsDir = settings->path();
-        app = std::make_unique<Ekinora>(options);
-        auto& application = app->platform().application();
-        application.setEchoLog(qEnvironmentVariableIsSet("EKINORA_ECHO_LOG"));
-        // The code the service issued is written to the log.
-        connect(&application, &platform::Application::logged, this, [this](const QString& line) {
-            if (QRegularExpression(QStringLiteral("^\\d{6}$")).match(line).hasMatch()) codes << line;
-        });
-        QVERIFY(app->start());
-        QVERIFY(QTest::qWaitForWindowExposed(window()));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "txtLoginPhone"), 5000);
-        // The conditions load under an indicator that goes a second after.
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 8000);
-    }
-
-    void typeInto(const char* field, const std::string& text) {
-        QQuickItem* item = itemNamed(window(), field);
-        QVERIFY(item);
-        tapItem(window(), item);
-        QTRY_VERIFY(item->hasActiveFocus());
-        for (char c : text) QTest::keyClick(window(), c);
-        QTRY_COMPARE(item->property("text").toString(), QString::fromStdString(text));
-    }
-    void typeInto(const char* field, const QString& text) { typeInto(field, text.toStdString()); }
-
     void askCode(const std::string& phone) {
-        typeInto("txtLoginPhone", phone);
-        saveScreenshot(window(), QStringLiteral("signin-phone"));
-        tapItem(window(), itemNamed(window(), "getSmsCodeForLogin"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewLoginCode"), 5000);
-        QTRY_VERIFY(!codes.isEmpty());
+        EndToEnd::askCode(phone);
         QCOMPARE(itemNamed(window(), "txtLoginPhoneCode")->property("text").toString(), QString::fromStdString(phone));
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
     }
-
     void signIn(const std::string& phone) {
         askCode(phone);
         typeInto("txtLoginCode", codes.last());
         saveScreenshot(window(), QStringLiteral("signin-code"));
-        tapItem(window(), itemNamed(window(), "validateSmsCodeForLogin"));
+        tap("validateSmsCodeForLogin");
     }
-
-    platform::SideMenuViewController* root() const {
-        return qobject_cast<platform::SideMenuViewController*>(app->platform().window().rootViewController());
-    }
-    platform::NavigationController* content() const {
-        return qobject_cast<platform::NavigationController*>(root()->contentViewController());
-    }
-    QString topIdentifier() const {
-        auto* nav = content();
-        if (!nav || !nav->topViewController()) return {};
-        return nav->topViewController()->property("storyboardIdentifier").toString();
-    }
-    QQuickWindow* window() const { return app->platform().window().quickWindow(); }
-
-    std::unique_ptr<server::Server> service;
-    std::unique_ptr<QTemporaryDir> settings;
-    std::unique_ptr<Ekinora> app;
-    QStringList codes;
 };
 
 EKINORA_GUI_TEST_MAIN(SignInEndToEnd)
