@@ -10,6 +10,7 @@
 #include "platform/SideMenuViewController.h"
 #include "platform/Storyboard.h"
 #include "service/LocalStore.h"
+#include "service/Replies.h"
 #include "service/TextHelpers.h"
 #include "service/WSRequest.h"
 #include "widgets/DropDownList.h"
@@ -30,22 +31,7 @@ void log(const QString& line) { P().application().log(line); }
 
 bool statusIs(const Json& response, int status) { return intValue(member(response, QStringLiteral("status"))) == status; }
 
-// addObjectsFromArray: every element of a list, nothing for nil.
-void appendAll(QJsonArray& list, const Json& values) {
-    for (int i = 0, n = count(values); i < n; ++i) list.append(element(values, i));
-}
 
-// The first value of the reply's "errors" dictionary, as an alert shows it.
-QString firstError(const Json& response) {
-    const Json errors = member(response, QStringLiteral("errors"));
-    if (errors.isUndefined()) return QString();
-    if (!errors.isObject())
-        fatal(QStringLiteral("-[%1 allValues]: unrecognized selector sent to instance").arg(errors.isNull() ? "NSNull" : "__NSCFObject"));
-    const QJsonObject o = errors.toObject();
-    if (o.isEmpty()) return QString();
-    const Json first = o.begin().value();
-    return first.isString() ? first.toString() : description(first);
-}
 
 // The wrap a page text goes into, with no style and no base address.
 QString wrapped(const Json& fragment) {
@@ -282,8 +268,7 @@ void LoginViewController::getCities() {
     auto self = strong(this);
     request.requestData(
         [self](const Json& response) {
-            self->arrCities = QJsonArray();
-            appendAll(self->arrCities, path(response, {QStringLiteral("data"), QStringLiteral("cities")}));
+            self->arrCities = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("cities")}));
         },
         [](const Json& error) { log(QStringLiteral("getCities: %1").arg(description(error))); });
 }
@@ -294,8 +279,7 @@ void LoginViewController::getPlants() {
     auto self = strong(this);
     request.requestData(
         [self](const Json& response) {
-            self->arrPlants = QJsonArray();
-            appendAll(self->arrPlants, path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
+            self->arrPlants = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
             self->collPlants->reloadData();
             // Two plants a row: the list is as high as its rows, unless the screen is shorter.
             const int screen = Window::Height;
@@ -316,14 +300,7 @@ void LoginViewController::getProducts() {
     request.requestData(
         [self](const Json& response) {
             const Json aps = path(response, {QStringLiteral("data"), QStringLiteral("aps")});
-            QJsonArray products;
-            for (int i = 0, n = count(aps); i < n; ++i) {
-                QJsonObject product = element(aps, i).toObject();
-                product.insert(QStringLiteral("name"),
-                               service::plainProductName(stringOrNull(product.value(QStringLiteral("name")))));
-                products.append(product);
-            }
-            self->arrProducts = products;
+            self->arrProducts = service::plainProducts(aps);
             self->tblProducts->reloadData();
         },
         [](const Json& error) { log(QStringLiteral("getProducts: %1").arg(description(error))); });
@@ -380,7 +357,7 @@ void LoginViewController::getSmsCodeForLogin(QObject*) {
         [self, hud](const Json& response) {
             if (hud) hud->hideAnimated(true);
             if (!statusIs(response, 200)) {
-                self->showAlert(QStringLiteral("Uyarı"), firstError(response));
+                self->showAlert(QStringLiteral("Uyarı"), service::firstError(response));
                 return;
             }
             const Json data = member(response, QStringLiteral("data"));
@@ -556,8 +533,7 @@ void LoginViewController::getCounties() {
     request.requestData(
         [self](const Json& response) {
             self->txtCounty->setText(QString());
-            self->arrCounties = QJsonArray();
-            appendAll(self->arrCounties, path(response, {QStringLiteral("data"), QStringLiteral("counties")}));
+            self->arrCounties = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("counties")}));
             self->btnCounty->setUserInteractionEnabled(true);
         },
         [](const Json& error) { log(QStringLiteral("getCounties: %1").arg(description(error))); });
@@ -763,7 +739,7 @@ void LoginViewController::registerFarmer() {
             if (hud) hud->hideAnimated(true);
             if (!statusIs(response, 200)) {
                 // The data stays for another press; the hash goes again as it is.
-                self->showAlert(QStringLiteral("Uyarı"), firstError(response));
+                self->showAlert(QStringLiteral("Uyarı"), service::firstError(response));
                 return;
             }
             self->enterApplication(member(response, QStringLiteral("data")));
@@ -795,7 +771,7 @@ void LoginViewController::registerDealer() {
         [self, hud](const Json& response) {
             if (hud) hud->hideAnimated(true);
             if (!statusIs(response, 200)) {
-                self->showAlert(QStringLiteral("Uyarı"), firstError(response));
+                self->showAlert(QStringLiteral("Uyarı"), service::firstError(response));
                 return;
             }
             // Not signed in: the company opens the account later. The next press leads back.

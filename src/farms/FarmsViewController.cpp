@@ -6,6 +6,7 @@
 #include "platform/NavigationController.h"
 #include "platform/Overlays.h"
 #include "platform/Platform.h"
+#include "service/Replies.h"
 #include "service/TextHelpers.h"
 
 #include <QPointer>
@@ -25,19 +26,7 @@ constexpr int MaxProducts = 3;
 
 void log(const QString& line) { Platform::current().application().log(line); }
 
-int status(const Json& response) { return intValue(member(response, QStringLiteral("status"))); }
 
-// The first value of the reply's "errors", as the alert shows it.
-QString firstError(const Json& response) {
-    const Json errors = member(response, QStringLiteral("errors"));
-    if (errors.isUndefined()) return QString();
-    if (!errors.isObject())
-        fatal(QStringLiteral("-[%1 allValues]: unrecognized selector sent to instance").arg(errors.isNull() ? "NSNull" : "__NSCFObject"));
-    const QJsonObject o = errors.toObject();
-    if (o.isEmpty()) return QString();
-    const Json first = o.begin().value();
-    return first.isString() ? first.toString() : description(first);
-}
 
 // A farm's products one a line, in the plain form of their names; a null text when it has none.
 QString productLines(const Json& farm) {
@@ -157,14 +146,7 @@ void FarmsViewController::getProducts() {
     request.requestData(
         [self](const Json& response) {
             const Json aps = path(response, {QStringLiteral("data"), QStringLiteral("aps")});
-            QJsonArray products;
-            for (int i = 0, n = count(aps); i < n; ++i) {
-                QJsonObject product = element(aps, i).toObject();
-                product.insert(QStringLiteral("name"),
-                               service::plainProductName(stringOrNull(product.value(QStringLiteral("name")))));
-                products.append(product);
-            }
-            self->arrProducts = products;
+            self->arrProducts = service::plainProducts(aps);
             self->tblProducts->reloadData();
         },
         [](const Json& error) { log(QStringLiteral("getProducts: %1").arg(description(error))); });
@@ -341,13 +323,13 @@ void FarmsViewController::sendFarm(bool update) {
     request.addProduct(
         [self, hud, update](const Json& response) {
             if (hud) hud->hideAnimated(true);
-            if (status(response) == 200) {
+            if (service::statusOf(response) == 200) {
                 if (update) self->txtFarmSize->resignFirstResponder();
                 self->removeNewProduceView();
                 self->getFarms();
                 return;
             }
-            auto* alert = AlertController::alertControllerWithTitle(QStringLiteral("Uyarı"), firstError(response));
+            auto* alert = AlertController::alertControllerWithTitle(QStringLiteral("Uyarı"), service::firstError(response));
             alert->addAction(QStringLiteral("Tamam"));
             self->presentViewController(alert, true);
         },
@@ -367,7 +349,7 @@ void FarmsViewController::deleteProduce(QObject*) {
         [self, hud](const Json& response) {
             if (hud) hud->hideAnimated(true);
             // A refusal leaves the panel open, without a word.
-            if (status(response) != 200) return;
+            if (service::statusOf(response) != 200) return;
             self->removeNewProduceView();
             self->getFarms();
         },

@@ -11,6 +11,7 @@
 #include "platform/SideMenuViewController.h"
 #include "platform/Storyboard.h"
 #include "service/LocalStore.h"
+#include "service/Replies.h"
 #include "service/TextHelpers.h"
 #include "service/WSRequest.h"
 #include "weather/WeatherApiRequest.h"
@@ -28,26 +29,8 @@ namespace {
 Platform& P() { return Platform::current(); }
 void log(const QString& line) { P().application().log(line); }
 
-int status(const Json& response) { return intValue(member(response, QStringLiteral("status"))); }
 
-// addObjectsFromArray: every element of a list, nothing for nil.
-QJsonArray listOf(const Json& values) {
-    QJsonArray list;
-    for (int i = 0, n = count(values); i < n; ++i) list.append(element(values, i));
-    return list;
-}
 
-// The first value of the reply's "errors", as an alert shows it.
-QString firstError(const Json& response) {
-    const Json errors = member(response, QStringLiteral("errors"));
-    if (errors.isUndefined()) return QString();
-    if (!errors.isObject())
-        fatal(QStringLiteral("-[%1 allValues]: unrecognized selector sent to instance").arg(errors.isNull() ? "NSNull" : "__NSCFObject"));
-    const QJsonObject o = errors.toObject();
-    if (o.isEmpty()) return QString();
-    const Json first = o.begin().value();
-    return first.isString() ? first.toString() : description(first);
-}
 
 // -[NSString capitalizedString]: each word's first letter upper case, the rest lower case, with no
 // regard to the language.
@@ -279,7 +262,7 @@ void ViewController::getFarms() {
     request.requestData(
         [self](const Json& response) {
             if (self->hud) self->hud->hideAnimated(true);
-            if (status(response) != 200) {
+            if (service::statusOf(response) != 200) {
                 // A lost login: the sign-in opens, and the store keeps the record, so that the next start
                 // comes back here and tries again.
                 self->handOver(QStringLiteral("loginVC"));
@@ -287,7 +270,7 @@ void ViewController::getFarms() {
                 P().scheduler().after(1000, [again] { again->removeSplash(); });
                 return;
             }
-            self->arrFarms = listOf(path(response, {QStringLiteral("data"), QStringLiteral("farmerProduces")}));
+            self->arrFarms = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("farmerProduces")}));
             self->collFarms->reloadData();
         },
         [self](const Json&) {
@@ -374,7 +357,7 @@ void ViewController::getWeatherInfo() {
     request.requestData(
         [self, county](const Json& response) {
             self->lblWeatherLocation->setText(stringOrNull(member(county, QStringLiteral("name"))));
-            if (status(response) != 200) {
+            if (service::statusOf(response) != 200) {
                 // Asked again, without limit.
                 auto again = self;
                 P().scheduler().after(3000, [again] { again->getWeatherInfo(); });
@@ -475,8 +458,8 @@ void ViewController::getPlants() {
     auto self = strong(this);
     request.requestData(
         [self](const Json& response) {
-            if (status(response) != 200) return;
-            self->arrPlants = listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
+            if (service::statusOf(response) != 200) return;
+            self->arrPlants = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
             self->collPlants->reloadData();
             // Two columns of 50; a list taller than the screen scrolls inside.
             const int n = int(self->arrPlants.size());
@@ -496,15 +479,9 @@ void ViewController::getProducts() {
     auto self = strong(this);
     request.requestData(
         [self](const Json& response) {
-            if (status(response) != 200) return;
+            if (service::statusOf(response) != 200) return;
             const Json aps = path(response, {QStringLiteral("data"), QStringLiteral("aps")});
-            QJsonArray products;
-            for (int i = 0, n = count(aps); i < n; ++i) {
-                QJsonObject product = element(aps, i).toObject();
-                product.insert(QStringLiteral("name"), service::plainProductName(stringOrNull(product.value(QStringLiteral("name")))));
-                products.append(product);
-            }
-            self->arrProducts = products;
+            self->arrProducts = service::plainProducts(aps);
             self->tblProducts->reloadData();
         },
         [](const Json& error) { log(QStringLiteral("getProducts: %1").arg(description(error))); });
@@ -612,8 +589,8 @@ void ViewController::addProduct(QObject*) {
     request.addProduct(
         [self](const Json& response) {
             if (self->hud) self->hud->hideAnimated(true);
-            if (status(response) != 200) {
-                auto* alert = AlertController::simple(QStringLiteral("Uyarı"), firstError(response), QStringLiteral("Tamam"));
+            if (service::statusOf(response) != 200) {
+                auto* alert = AlertController::simple(QStringLiteral("Uyarı"), service::firstError(response), QStringLiteral("Tamam"));
                 self->presentViewController(alert, true);
                 return;
             }
