@@ -9,7 +9,9 @@
 
 #include "TestSupport.h"
 
+#include <atomic>
 #include <fstream>
+#include <thread>
 
 using namespace ekinora::server;
 using testing::q;
@@ -221,20 +223,57 @@ private slots:
 
     void databaseSurvivesConcurrentUse() {
         auto db = seededDatabase();
-        db->exec("CREATE TABLE counter (n INTEGER)");
+        db->exec("CREATE TABLE counter (t INTEGER, n INTEGER)");
         std::vector<std::thread> threads;
+        std::atomic<int> wrongCounts{0};
         for (int t = 0; t < 8; ++t)
-            threads.emplace_back([&] {
+            threads.emplace_back([&, t] {
                 for (int i = 0; i < 200; ++i) {
                     db->transaction([&] {
-                        db->execute("INSERT INTO counter VALUES (?)", {std::int64_t(i)});
+                        db->execute("INSERT INTO counter VALUES (?, ?)", {std::int64_t(t), std::int64_t(i)});
                         accounts::userForToken(*db, accounts::demoAccount("dealer").token);
                     });
+                    // The same statements serve every thread, each with its own arguments.
+                    if (db->scalar("SELECT COUNT(*) FROM counter WHERE t = ?", {std::int64_t(t)}) != i + 1)
+                        ++wrongCounts;
                 }
             });
         for (auto& t : threads)
             t.join();
         QCOMPARE(db->scalar("SELECT COUNT(*) FROM counter"), std::int64_t(1600));
+        QCOMPARE(wrongCounts.load(), 0);
+    }
+
+    // Statements are compiled once per text and used again: each use must start as a fresh one would.
+    void keptStatementsStartClean() {
+        Database db(":memory:");
+        db.exec("CREATE TABLE t (id INTEGER PRIMARY KEY, a TEXT, b INTEGER UNIQUE)");
+        const std::string insert = "INSERT INTO t (a, b) VALUES (?, ?)";
+        db.execute(insert, {std::string("bir"), std::int64_t(1)});
+        // A parameter the next use leaves out is NULL, not the previous use's value.
+        db.execute(insert, {std::string("iki")});
+        QVERIFY(db.queryRow("SELECT b FROM t WHERE a = 'iki'")->at("b").is_null());
+        // A use that fails leaves the statement usable.
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, db.execute(insert, {std::string("üç"), std::int64_t(1)}));
+        db.execute(insert, {std::string("üç"), std::int64_t(3)});
+        QCOMPARE(db.scalar("SELECT COUNT(*) FROM t"), std::int64_t(3));
+
+        // A kept statement follows a change of the schema.
+        const std::string byB = "SELECT * FROM t WHERE b = ?";
+        QCOMPARE(db.queryRow(byB, {std::int64_t(3)})->size(), size_t(3));
+        db.exec("ALTER TABLE t ADD COLUMN c TEXT DEFAULT 'yeni'");
+        QCOMPARE(q(db.queryRow(byB, {std::int64_t(3)})->at("c").get<std::string>()), QStringLiteral("yeni"));
+
+        // More texts than are kept still run, and the kept ones still work.
+        for (int i = 0; i < 300; ++i)
+            QCOMPARE(db.scalar("SELECT " + std::to_string(i) + " + ?", {std::int64_t(1)}), std::int64_t(i + 1));
+        db.execute(insert, {std::string("dört"), std::int64_t(4)});
+        QCOMPARE(db.scalar("SELECT COUNT(*) FROM t"), std::int64_t(4));
+        // Bad SQL and a text without a statement fail as errors, also when asked for again.
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY_THROWS_EXCEPTION(std::runtime_error, db.scalar("SELEC 1"));
+            QVERIFY_THROWS_EXCEPTION(std::runtime_error, db.scalar("-- yalnızca yorum"));
+        }
     }
 };
 

@@ -8,14 +8,35 @@ namespace ekinora::server {
 
 namespace {
 
+// The more statements a connection keeps, the more memory their programs hold; the service's
+// SQL texts are a few dozen, so this bound only guards against texts built from values.
+constexpr size_t MaxKeptStatements = 256;
+
+sqlite3_stmt* prepare(sqlite3* db, std::string_view sql, unsigned flags) {
+    sqlite3_stmt* stmt = nullptr;
+    if (sqlite3_prepare_v3(db, sql.data(), int(sql.size()), flags, &stmt, nullptr) != SQLITE_OK) {
+        sqlite3_finalize(stmt);
+        throw std::runtime_error("cannot prepare SQL: " + std::string(sqlite3_errmsg(db)) + " [" +
+                                 std::string(sql) + "]");
+    }
+    return stmt;
+}
+
+// One use of a statement: bound, stepped, then reset with its bindings cleared, so that the next use
+// starts as a freshly prepared one would (parameters it does not bind are NULL), also after an error.
 class Statement {
 public:
-    Statement(sqlite3* db, const std::string& sql) : m_db(db) {
-        if (sqlite3_prepare_v2(db, sql.c_str(), int(sql.size()), &m_stmt, nullptr) != SQLITE_OK)
-            throw std::runtime_error("cannot prepare SQL: " + std::string(sqlite3_errmsg(db)) + " [" + sql +
-                                     "]");
+    Statement(sqlite3* db, sqlite3_stmt* stmt, bool kept) : m_db(db), m_stmt(stmt), m_kept(kept) {}
+    ~Statement() {
+        if (!m_kept) {
+            sqlite3_finalize(m_stmt);
+            return;
+        }
+        sqlite3_reset(m_stmt);
+        sqlite3_clear_bindings(m_stmt);
     }
-    ~Statement() { sqlite3_finalize(m_stmt); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
 
     void bind(const std::vector<SqlValue>& args) {
         for (int i = 0; i < int(args.size()); ++i) {
@@ -30,7 +51,8 @@ public:
                 rc = sqlite3_bind_double(m_stmt, idx, *d);
             else {
                 const auto& s = std::get<std::string>(v);
-                rc = sqlite3_bind_text(m_stmt, idx, s.data(), int(s.size()), SQLITE_TRANSIENT);
+                // The arguments outlive the use: the bindings are cleared before the call returns.
+                rc = sqlite3_bind_text(m_stmt, idx, s.data(), int(s.size()), SQLITE_STATIC);
             }
             if (rc != SQLITE_OK)
                 throw std::runtime_error("cannot bind SQL parameter: " + std::string(sqlite3_errmsg(m_db)));
@@ -72,13 +94,15 @@ public:
 
 private:
     sqlite3* m_db;
-    sqlite3_stmt* m_stmt = nullptr;
+    sqlite3_stmt* m_stmt;
+    bool m_kept;
 };
 
 } // namespace
 
 Database::Database(const std::string& path) : m_path(path) {
-    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI;
+    // The connection is used only under m_mutex, so SQLite's own per-call locking of it is not needed.
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX;
     if (sqlite3_open_v2(path.c_str(), &m_db, flags, nullptr) != SQLITE_OK) {
         std::string why = m_db ? sqlite3_errmsg(m_db) : "out of memory";
         sqlite3_close(m_db);
@@ -94,7 +118,19 @@ Database::Database(const std::string& path) : m_path(path) {
 }
 
 Database::~Database() {
+    for (auto& [sql, stmt] : m_statements)
+        sqlite3_finalize(stmt);
     sqlite3_close(m_db);
+}
+
+Database::Prepared Database::statement(std::string_view sql) {
+    if (auto it = m_statements.find(sql); it != m_statements.end()) return {it->second, true};
+    const bool room = m_statements.size() < MaxKeptStatements;
+    sqlite3_stmt* stmt = prepare(m_db, sql, room ? SQLITE_PREPARE_PERSISTENT : 0);
+    // A text without a statement (blank, only a comment) compiles to nothing; it is not kept.
+    if (!room || !stmt) return {stmt, false};
+    m_statements.emplace(std::string(sql), stmt);
+    return {stmt, true};
 }
 
 void Database::exec(const std::string& sql) {
@@ -107,18 +143,20 @@ void Database::exec(const std::string& sql) {
     }
 }
 
-int Database::execute(const std::string& sql, const std::vector<SqlValue>& args) {
+int Database::execute(std::string_view sql, const std::vector<SqlValue>& args) {
     auto guard = lock();
-    Statement st(m_db, sql);
+    const auto prepared = statement(sql);
+    Statement st(m_db, prepared.stmt, prepared.kept);
     st.bind(args);
     while (st.step()) {
     }
     return sqlite3_changes(m_db);
 }
 
-Json Database::query(const std::string& sql, const std::vector<SqlValue>& args) {
+Json Database::query(std::string_view sql, const std::vector<SqlValue>& args) {
     auto guard = lock();
-    Statement st(m_db, sql);
+    const auto prepared = statement(sql);
+    Statement st(m_db, prepared.stmt, prepared.kept);
     st.bind(args);
     Json rows = Json::array();
     while (st.step())
@@ -126,18 +164,20 @@ Json Database::query(const std::string& sql, const std::vector<SqlValue>& args) 
     return rows;
 }
 
-std::optional<Json> Database::queryRow(const std::string& sql, const std::vector<SqlValue>& args) {
+std::optional<Json> Database::queryRow(std::string_view sql, const std::vector<SqlValue>& args) {
     auto guard = lock();
-    Statement st(m_db, sql);
+    const auto prepared = statement(sql);
+    Statement st(m_db, prepared.stmt, prepared.kept);
     st.bind(args);
     if (!st.step()) return std::nullopt;
     return st.row();
 }
 
-std::int64_t Database::scalar(const std::string& sql, const std::vector<SqlValue>& args,
+std::int64_t Database::scalar(std::string_view sql, const std::vector<SqlValue>& args,
                               std::int64_t fallback) {
     auto guard = lock();
-    Statement st(m_db, sql);
+    const auto prepared = statement(sql);
+    Statement st(m_db, prepared.stmt, prepared.kept);
     st.bind(args);
     return st.step() ? st.integer(0) : fallback;
 }

@@ -4,12 +4,15 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <variant>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace ekinora::server {
 
@@ -26,6 +29,7 @@ struct Migration {
 
 // One SQLite connection shared by all request threads. Every call takes the connection's
 // recursive mutex, so a transaction can run several statements through the same helpers.
+// Statements are compiled once per SQL text and kept; each use binds its own arguments afresh.
 class Database {
 public:
     explicit Database(const std::string& path);
@@ -42,12 +46,12 @@ public:
 
     void exec(const std::string& sql);
     // Runs one statement; returns the number of rows changed.
-    int execute(const std::string& sql, const std::vector<SqlValue>& args = {});
+    int execute(std::string_view sql, const std::vector<SqlValue>& args = {});
     // Rows as JSON objects keyed by column name (INTEGER, REAL, TEXT, NULL keep their types).
-    Json query(const std::string& sql, const std::vector<SqlValue>& args = {});
-    std::optional<Json> queryRow(const std::string& sql, const std::vector<SqlValue>& args = {});
+    Json query(std::string_view sql, const std::vector<SqlValue>& args = {});
+    std::optional<Json> queryRow(std::string_view sql, const std::vector<SqlValue>& args = {});
     // First column of the first row, as an integer; fallback when there is no row.
-    std::int64_t scalar(const std::string& sql, const std::vector<SqlValue>& args = {},
+    std::int64_t scalar(std::string_view sql, const std::vector<SqlValue>& args = {},
                         std::int64_t fallback = 0);
     std::int64_t lastInsertId();
 
@@ -67,9 +71,23 @@ public:
     }
 
 private:
+    struct TextHash {
+        using is_transparent = void;
+        size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+    };
+
+    struct Prepared {
+        sqlite3_stmt* stmt;
+        bool kept; // false: not in the cache (it is full), the caller finalizes it
+    };
+    // The compiled statement for this SQL text, from the cache or newly kept in it. Called with the
+    // mutex held; the statement is reset before the mutex is released, so no use overlaps another.
+    Prepared statement(std::string_view sql);
+
     std::string m_path;
     sqlite3* m_db = nullptr;
     mutable std::recursive_mutex m_mutex;
+    std::unordered_map<std::string, sqlite3_stmt*, TextHash, std::equal_to<>> m_statements;
 };
 
 } // namespace ekinora::server
