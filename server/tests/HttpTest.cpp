@@ -1,6 +1,7 @@
 #include "accounts/DemoAccounts.h"
 #include "core/Server.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 #include "TestSupport.h"
@@ -337,6 +338,22 @@ private slots:
                 std::string::npos);
         QCOMPARE(demo("requests/clear", Json::object()).json["status"].get<int>(), 200);
         QVERIFY(m_server->requests().empty());
+    }
+
+    // A phone keeps its connection open between requests, and the service holds a worker for each
+    // open connection until it closes: a dozen idle phones must not make the next one wait.
+    void idleConnectionsDoNotHoldUpOthers() {
+        QElapsedTimer timer;
+        timer.start();
+        std::vector<std::unique_ptr<httplib::Client>> idle;
+        for (int i = 0; i < 12; ++i) {
+            idle.push_back(std::make_unique<httplib::Client>("127.0.0.1", m_server->port()));
+            idle.back()->set_keep_alive(true);
+            QCOMPARE(Reply::from(idle.back()->Get("/api/?do=maintenance")).http, 200);
+        }
+        QCOMPARE(get("/api/?do=maintenance").http, 200);
+        // Waiting for a kept-alive connection to time out would take seconds.
+        QVERIFY2(timer.elapsed() < 2000, QByteArray::number(timer.elapsed()));
     }
 
     void serverLifecycle() {
