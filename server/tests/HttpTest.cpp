@@ -340,6 +340,16 @@ private slots:
         QVERIFY(m_server->requests().empty());
     }
 
+    void requestListKeepsTheMostRecent() {
+        RequestLog log;
+        for (size_t i = 0; i < RequestLog::Capacity + 5; ++i)
+            log.add({"GET", "/api", "/api?n=" + std::to_string(i), {}, {}});
+        const auto all = log.all();
+        QCOMPARE(all.size(), RequestLog::Capacity);
+        QCOMPARE(q(all.front().target), QStringLiteral("/api?n=5"));
+        QCOMPARE(q(all.back().target), q("/api?n=" + std::to_string(RequestLog::Capacity + 4)));
+    }
+
     // A phone keeps its connection open between requests, and the service holds a worker for each
     // open connection until it closes: a dozen idle phones must not make the next one wait.
     void idleConnectionsDoNotHoldUpOthers() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -16,15 +17,19 @@ struct RecordedRequest {
     std::string body;
 };
 
+// The most recent requests: a service under load would otherwise grow by every request it serves.
 class RequestLog {
 public:
+    static constexpr size_t Capacity = 10000;
+
     void add(RecordedRequest request) {
         std::lock_guard guard(m_mutex);
+        if (m_requests.size() == Capacity) m_requests.pop_front();
         m_requests.push_back(std::move(request));
     }
     std::vector<RecordedRequest> all() const {
         std::lock_guard guard(m_mutex);
-        return m_requests;
+        return {m_requests.begin(), m_requests.end()};
     }
     void clear() {
         std::lock_guard guard(m_mutex);
@@ -33,7 +38,7 @@ public:
 
 private:
     mutable std::mutex m_mutex;
-    std::vector<RecordedRequest> m_requests;
+    std::deque<RecordedRequest> m_requests;
 };
 
 } // namespace ekinora::server

@@ -50,7 +50,7 @@ public:
     // What the app's update check reads.
     void setPublishedVersion(std::string version);
 
-    // Every request received, in order (the /_demo controls excepted).
+    // The requests received, in order, the last 10 000 of them (the /_demo controls excepted).
     std::vector<RecordedRequest> requests() const;
     void clearRequests();
 
