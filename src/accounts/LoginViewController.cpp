@@ -2,6 +2,7 @@
 
 #include "RegisterRequests.h"
 #include "SmsRequest.h"
+#include "farms/PlantPanel.h"
 #include "farms/FarmerProductRequest.h"
 #include "platform/AlertController.h"
 #include "platform/NavigationController.h"
@@ -281,14 +282,7 @@ void LoginViewController::getPlants() {
         [self](const Json& response) {
             self->arrPlants = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
             self->collPlants->reloadData();
-            // Two plants a row: the list is as high as its rows, unless the screen is shorter.
-            const int screen = Window::Height;
-            const int n = int(self->arrPlants.size());
-            const int half = n / 2;
-            double height;
-            if (n % 2 == 1) height = screen - 64 >= half * 50 + 100 ? half * 50 + 50 : screen - 64 - 50;
-            else height = screen - 64 >= half * 50 + 50 ? half * 50 : screen - 64 - 50;
-            self->constCollPlantHeight->setConstant(height);
+            self->constCollPlantHeight->setConstant(farms::plantPanelHeight(int(self->arrPlants.size()), Window::Height));
         },
         [](const Json& error) { log(QStringLiteral("getPlants: %1").arg(description(error))); });
 }

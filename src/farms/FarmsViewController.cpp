@@ -1,5 +1,7 @@
 #include "FarmsViewController.h"
 
+#include "PlantPanel.h"
+
 #include "FarmerProductRequest.h"
 #include "notifications/Bell.h"
 #include "platform/AlertController.h"
@@ -38,13 +40,6 @@ QString productLines(const Json& farm) {
     text = service::plainProductName(text);
     text.chop(1); // the last line break
     return text;
-}
-
-QJsonArray listAt(const Json& response, const QString& key) {
-    QJsonArray list;
-    const Json values = path(response, {QStringLiteral("data"), key});
-    for (int i = 0, n = count(values); i < n; ++i) list.append(element(values, i));
-    return list;
 }
 
 } // namespace
@@ -117,7 +112,7 @@ void FarmsViewController::getFarms() {
         [self, hud](const Json& response) {
             // The status is not looked at here.
             if (hud) hud->hideAnimated(true);
-            self->arrFarms = listAt(response, QStringLiteral("farmerProduces"));
+            self->arrFarms = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("farmerProduces")}));
             self->collFarms->reloadData();
         },
         [hud](const Json& error) {
@@ -132,7 +127,7 @@ void FarmsViewController::getPlants() {
     auto self = strong(this);
     request.requestData(
         [self](const Json& response) {
-            self->arrPlants = listAt(response, QStringLiteral("produces"));
+            self->arrPlants = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
             self->collPlants->reloadData();
             self->constCollPlantHeight->setConstant(plantPanelHeight(int(self->arrPlants.size()), Window::Height));
         },
@@ -150,13 +145,6 @@ void FarmsViewController::getProducts() {
             self->tblProducts->reloadData();
         },
         [](const Json& error) { log(QStringLiteral("getProducts: %1").arg(description(error))); });
-}
-
-double FarmsViewController::plantPanelHeight(int plants, double screenHeight) {
-    const int rows = plants / 2;
-    const double room = screenHeight - 64;
-    if (plants % 2 == 1) return room >= rows * 50.0 + 100 ? rows * 50.0 + 50 : room - 50;
-    return room >= rows * 50.0 + 50 ? rows * 50.0 : room - 50;
 }
 
 int FarmsViewController::numberOfItemsInSection(const QString& list, int) {

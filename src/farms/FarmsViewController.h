@@ -43,9 +43,6 @@ public:
     void getPlants();
     void getProducts();
 
-    // The height of the crop panel for n crops on a screen of the given height.
-    static double plantPanelHeight(int plants, double screenHeight);
-
     // The data sources and delegates of the three lists, named "collFarms", "collPlants", "tblProducts".
     // A cell is a map with its "reuseIdentifier" and its controls' values by name.
     Q_INVOKABLE int numberOfItemsInSection(const QString& list, int section = 0);

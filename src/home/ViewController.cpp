@@ -1,6 +1,7 @@
 #include "ViewController.h"
 
 #include "accounts/UpdateFarmerRequest.h"
+#include "farms/PlantPanel.h"
 #include "farms/DocumentViewController.h"
 #include "farms/FarmerProductRequest.h"
 #include "farms/ProductDetailViewController.h"
@@ -461,14 +462,7 @@ void ViewController::getPlants() {
             if (service::statusOf(response) != 200) return;
             self->arrPlants = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
             self->collPlants->reloadData();
-            // Two columns of 50; a list taller than the screen scrolls inside.
-            const int n = int(self->arrPlants.size());
-            const int half = n / 2;
-            const double available = Window::Height - 64;
-            double height;
-            if (n % 2 == 1) height = available >= half * 50 + 100 ? half * 50 + 50 : available - 50;
-            else height = available >= half * 50 + 50 ? half * 50 : available - 50;
-            self->constCollPlantHeight->setConstant(height);
+            self->constCollPlantHeight->setConstant(farms::plantPanelHeight(int(self->arrPlants.size()), Window::Height));
         },
         [](const Json& error) { log(QStringLiteral("getPlants: %1").arg(description(error))); });
 }

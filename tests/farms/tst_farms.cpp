@@ -4,6 +4,7 @@
 #include "FakePlatform.h"
 #include "farms/FarmerProductRequest.h"
 #include "farms/FarmsViewController.h"
+#include "farms/PlantPanel.h"
 #include "platform/AlertController.h"
 #include "platform/NavigationController.h"
 
@@ -182,7 +183,7 @@ private slots:
         QFETCH(int, plants);
         QFETCH(double, screenHeight);
         QFETCH(double, height);
-        QCOMPARE(FarmsViewController::plantPanelHeight(plants, screenHeight), height);
+        QCOMPARE(farms::plantPanelHeight(plants, screenHeight), height);
     }
 
     void cropPanelChoosesOneAndATapOnItUnchooses() {
