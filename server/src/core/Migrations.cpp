@@ -240,6 +240,21 @@ WHERE EXISTS (SELECT 1 FROM aps a WHERE a.id = CAST(j.value AS INTEGER));
 DROP TABLE moved_fields;
 DROP TABLE registration_fields;
 )sql"},
+        {24, "analytics_collector", R"sql(
+CREATE TABLE analytics_hits (
+    id INTEGER PRIMARY KEY,
+    received_at BIGINT NOT NULL,
+    channel TEXT NOT NULL,
+    method TEXT NOT NULL,
+    encoding TEXT NOT NULL,
+    parameters TEXT NOT NULL
+);
+CREATE TABLE analytics_collector (
+    id INTEGER PRIMARY KEY,
+    refuse_batches INTEGER NOT NULL DEFAULT 0
+);
+INSERT INTO analytics_collector (id, refuse_batches) VALUES (1, 0);
+)sql"},
     };
     return list;
 }

@@ -6,6 +6,7 @@
 #include "accounts/Login.h"
 #include "accounts/Profile.h"
 #include "accounts/Registration.h"
+#include "analytics/Collector.h"
 #include "content/Pages.h"
 #include "conversations/Unread.h"
 #include "core/ApiCall.h"
@@ -413,6 +414,7 @@ struct Server::Impl {
     }
 
     void install(httplib::Server& server) {
+        analytics::registerRoutes(server, database());
         // A GET may carry a JSON body (the app sends some commands that way). httplib reads a body
         // only for methods that expect one, so such a request is routed as POST and keeps its own
         // method in the request context.
