@@ -1,4 +1,5 @@
 #include "LoginViewController.h"
+#include "widgets/Colors.h"
 
 #include "RegisterRequests.h"
 #include "SmsRequest.h"
@@ -163,6 +164,13 @@ LoginViewController::LoginViewController(QObject* parent)
     btn3Enb->setTitle(QStringLiteral("REKLAM"));
 
     // The connections the screen's layout makes.
+    for (TableView* list : {collFarms, collPlants, tblProducts}) {
+        list->setDataSource([this, list](int section) { return numberOfItemsInSection(list, section); },
+                            [this, list](int, int row) {
+                                return cellRow(cellForItem(list, row), sizeForItem(list, row, list->size().width()));
+                            });
+        list->setDidSelectRow([this, list](int, int row) { didSelectItem(list, row); });
+    }
     farmerButton->addTarget(this, QStringLiteral("farmerButtonTapped"));
     dealerButton->addTarget(this, QStringLiteral("dealerButtonTapped"));
     devamButton->addTarget(this, QStringLiteral("continueToFarm"));
@@ -184,13 +192,13 @@ LoginViewController::LoginViewController(QObject* parent)
         radio->setIconSquare(true);
         radio->setIconSize(22);
         radio->setContentHorizontalAlignment(widgets::GroupedRadioButton::AlignLeft);
-        radio->setTitleColor(service::Colors::black());
-        radio->setIconColor(service::Colors::leaf());
-        radio->setIndicatorColor(service::Colors::leaf());
+        radio->setTitleColor(widgets::Colors::black());
+        radio->setIconColor(widgets::Colors::leaf());
+        radio->setIndicatorColor(widgets::Colors::leaf());
     }
 }
 
-QUrl LoginViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/accounts/LoginView.qml")); }
+QUrl LoginViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Accounts/LoginView.qml")); }
 
 ViewController* LoginViewController::hudHost() {
     if (NavigationController* nav = navigationController()) return nav;
@@ -512,7 +520,7 @@ void LoginViewController::openRegisterView(QObject*) {
 // Region lookup ----------------------------------------------------------------------------------
 
 void LoginViewController::setDropDown(QObject* list) {
-    m_dropDown = list;
+    m_dropDown = qobject_cast<widgets::DropDownList*>(list);
     emit dropDownChanged();
 }
 
@@ -814,14 +822,14 @@ QVariantMap LoginViewController::cellForItem(QObject* collection, int row) const
         const bool chosen = row == selectedPlantIndex;
         cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("PlantCell"));
         cell.insert(QStringLiteral("lblPlantName"), textOf(member(arrPlants.at(row), QStringLiteral("name"))));
-        cell.insert(QStringLiteral("textColor"), chosen ? service::Colors::leaf() : service::Colors::black());
+        cell.insert(QStringLiteral("textColor"), chosen ? widgets::Colors::leaf() : widgets::Colors::black());
         cell.insert(QStringLiteral("underline"), chosen);
     } else if (collection == tblProducts) {
         const QString name = textOf(member(arrProducts.at(row), QStringLiteral("name")));
         const bool chosen = arrSelectedProducts.contains(name);
         cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("ProductCell"));
         cell.insert(QStringLiteral("lblProductName"), name);
-        cell.insert(QStringLiteral("textColor"), chosen ? service::Colors::leaf() : service::Colors::black());
+        cell.insert(QStringLiteral("textColor"), chosen ? widgets::Colors::leaf() : widgets::Colors::black());
         cell.insert(QStringLiteral("underline"), chosen);
     }
     return cell;

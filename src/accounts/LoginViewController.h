@@ -4,6 +4,8 @@
 #include "platform/ViewController.h"
 #include "platform/Foundation.h"
 #include "platform/WebView.h"
+#include "widgets/DropDownList.h"
+#include "widgets/GroupedRadioButton.h"
 
 #include <QJsonArray>
 #include <QPointer>
@@ -11,18 +13,76 @@
 #include <QStringList>
 #include <QVariantMap>
 
-namespace ekinora::widgets {
-class GroupedRadioButton;
-}
-
 namespace ekinora::accounts {
 
 // Sign-in by mobile number and SMS code. The same screen holds the registration wizard and the consent
 // pages as panels that are shown and hidden; none of them is pushed.
 class LoginViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::View, viewLogin)
+    UI_OUTLET(ekinora::platform::View, viewLoginPhone)
+    UI_OUTLET(ekinora::platform::View, viewLoginCode)
+    UI_OUTLET(ekinora::platform::View, viewLogout)
+    UI_OUTLET(ekinora::platform::View, viewRegister)
+    UI_OUTLET(ekinora::platform::View, viewRegisterPhone)
+    UI_OUTLET(ekinora::platform::View, viewRegisterCode)
+    UI_OUTLET(ekinora::platform::View, memberShipView)
+    UI_OUTLET(ekinora::platform::View, viewRegisterInfo)
+    UI_OUTLET(ekinora::platform::View, nameView)
+    UI_OUTLET(ekinora::platform::View, viewRegisterFarm)
+    UI_OUTLET(ekinora::platform::View, ciftciTarlaView)
+    UI_OUTLET(ekinora::platform::View, bayiBilgileriView)
+    UI_OUTLET(ekinora::platform::View, viewRegisterActivation)
+    UI_OUTLET(ekinora::platform::View, viewRegisterFinal)
+    UI_OUTLET(ekinora::platform::View, viewKVKK)
+    UI_OUTLET(ekinora::platform::View, viewETK)
+    UI_OUTLET(ekinora::platform::View, viewETKWeb)
+    UI_OUTLET(ekinora::platform::View, viewNewProduce)
+    UI_OUTLET(ekinora::platform::View, viewPlant)
+    UI_OUTLET(ekinora::platform::View, viewProduct)
+    UI_OUTLET(ekinora::platform::TextField, txtLoginPhone)
+    UI_OUTLET(ekinora::platform::TextField, txtLoginPhoneCode)
+    UI_OUTLET(ekinora::platform::TextField, txtLoginCode)
+    UI_OUTLET(ekinora::platform::TextField, txtRegisterPhone)
+    UI_OUTLET(ekinora::platform::TextField, txtRegisterPhoneCode)
+    UI_OUTLET(ekinora::platform::TextField, txtRegisterCode)
+    UI_OUTLET(ekinora::platform::Button, farmerButton)
+    UI_OUTLET(ekinora::platform::Button, dealerButton)
+    UI_OUTLET(ekinora::platform::Button, devamButton)
+    UI_OUTLET(ekinora::platform::Button, completeRegistrationButton)
+    UI_OUTLET(ekinora::platform::Button, btn1Enb)
+    UI_OUTLET(ekinora::platform::Button, btn2Enb)
+    UI_OUTLET(ekinora::platform::Button, btn3Enb)
+    UI_OUTLET(ekinora::platform::Label, activationLabel)
+    UI_OUTLET(ekinora::platform::WebView, webKVKK)
+    UI_OUTLET(ekinora::platform::WebView, webviewETK)
+    UI_OUTLET(ekinora::platform::TextField, txtName)
+    UI_OUTLET(ekinora::platform::TextField, txtLastName)
+    UI_OUTLET(ekinora::platform::TextField, txtMail)
+    UI_OUTLET(ekinora::platform::TextField, txtCity)
+    UI_OUTLET(ekinora::platform::TextField, txtCounty)
+    UI_OUTLET(ekinora::platform::Button, btnCity)
+    UI_OUTLET(ekinora::platform::Button, btnCounty)
+    UI_OUTLET(ekinora::platform::TextField, bayiAdiText)
+    UI_OUTLET(ekinora::platform::TextField, vergiNoText)
+    UI_OUTLET(ekinora::platform::TextField, tcKimlikText)
+    UI_OUTLET(ekinora::platform::TableView, collFarms)
+    UI_OUTLET(ekinora::platform::TableView, collPlants)
+    UI_OUTLET(ekinora::platform::TableView, tblProducts)
+    UI_OUTLET(ekinora::platform::Label, lblFarm)
+    UI_OUTLET(ekinora::platform::Label, lblProduct)
+    UI_OUTLET(ekinora::platform::TextField, txtFarmSize)
+    UI_OUTLET(ekinora::platform::Button, btnNewProduce)
+    UI_OUTLET(ekinora::platform::Button, btnUpdateProduce)
+    UI_OUTLET(ekinora::platform::Button, btnDeleteProduce)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constCollPlantHeight)
+    UI_OUTLET(ekinora::widgets::GroupedRadioButton, radioETK1)
+    UI_OUTLET(ekinora::widgets::GroupedRadioButton, radioETK2)
+    UI_OUTLET(ekinora::widgets::GroupedRadioButton, radioETK3)
     // The open city or county list, for the arrangement; null once forgotten.
-    Q_PROPERTY(QObject* dropDownCityCounty READ dropDownCityCounty NOTIFY dropDownChanged)
+    Q_PROPERTY(ekinora::widgets::DropDownList* dropDownCityCounty READ dropDownCityCounty NOTIFY dropDownChanged)
     // The consent panel last brought to the front.
     Q_PROPERTY(QString frontPanel READ frontPanel NOTIFY frontPanelChanged)
 public:
@@ -39,7 +99,7 @@ public:
     qint32 selectedProduceID = -1;
     platform::Json actionType{QJsonValue::Undefined};
     platform::Json registerType{QJsonValue::Undefined};
-    QObject* dropDownCityCounty() const { return m_dropDown; }
+    widgets::DropDownList* dropDownCityCounty() const { return m_dropDown; }
     QString frontPanel() const { return m_frontPanel; }
 
     // Panels.
@@ -88,11 +148,11 @@ public:
     bool decidePolicyForNavigationAction(platform::WebView* webView, const QUrl& url, int navigationType);
 
     // The data sources and delegates of collFarms, collPlants and tblProducts.
-    Q_INVOKABLE int numberOfItemsInSection(QObject* collection, int section = 0);
+    int numberOfItemsInSection(QObject* collection, int section = 0);
     // The reuse identifier under "reuseIdentifier" and the cell's texts under the names of its labels.
-    Q_INVOKABLE QVariantMap cellForItem(QObject* collection, int row) const;
-    Q_INVOKABLE void didSelectItem(QObject* collection, int row);
-    Q_INVOKABLE QSizeF sizeForItem(QObject* collection, int row, double frameWidth) const;
+    QVariantMap cellForItem(QObject* collection, int row) const;
+    void didSelectItem(QObject* collection, int row);
+    QSizeF sizeForItem(QObject* collection, int row, double frameWidth) const;
     Q_INVOKABLE double minimumLineSpacing(QObject* collection) const;
     Q_INVOKABLE double minimumInteritemSpacing(QObject* collection) const;
     Q_INVOKABLE double sectionInset(QObject* collection) const;
@@ -158,7 +218,7 @@ private:
     static QString productLines(const platform::Json& aps, const QString& none);
     platform::Json countyIdByName(const QString& name) const;
 
-    QPointer<QObject> m_dropDown;
+    QPointer<widgets::DropDownList> m_dropDown;
     QString m_frontPanel;
 };
 

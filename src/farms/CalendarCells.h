@@ -10,6 +10,8 @@ namespace ekinora::farms {
 // A picture added to a cell in code: its frame in its parent view and its tag.
 class ProductImageView : public platform::ImageView {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
     Q_PROPERTY(QRectF frame READ frame CONSTANT)
     Q_PROPERTY(int tag READ tag CONSTANT)
 public:
@@ -25,6 +27,16 @@ private:
 // One period in the chain: its picture between two connector bars, its name below.
 class PeriodCollectionViewCell : public platform::CollectionViewCell {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::Label, lblTitle)
+    UI_OUTLET(ekinora::platform::ImageView, imgPeriod)
+    UI_OUTLET(ekinora::platform::ImageView, imgPeriodLeft)
+    UI_OUTLET(ekinora::platform::ImageView, imgPeriodRight)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constraintImgPeriodWidth)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constraintImgPeriodHeight)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constraintImgPeriodLeftHeight)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constraintImgPeriodRightHeight)
     Q_PROPERTY(QObject* lblTitle READ titleLabel CONSTANT)
     Q_PROPERTY(QObject* imgPeriod READ periodImage CONSTANT)
     Q_PROPERTY(QObject* imgPeriodLeft READ leftBar CONSTANT)
@@ -59,6 +71,11 @@ private:
 // One pest: its name over a card with its picture behind the pictures of the products against it.
 class PestsCollectionViewCell : public platform::CollectionViewCell {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::Label, lblTitle)
+    UI_OUTLET(ekinora::platform::View, viewPest)
+    UI_OUTLET(ekinora::platform::ImageView, imgBack)
     Q_PROPERTY(QObject* lblTitle READ titleLabel CONSTANT)
     Q_PROPERTY(QObject* viewPest READ pestView CONSTANT)
     Q_PROPERTY(QObject* imgBack READ backImage CONSTANT)

@@ -12,7 +12,7 @@ DocumentViewController::DocumentViewController(QObject* parent)
     navBar->setNumberOfLines(2);
 }
 
-QUrl DocumentViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/farms/DocumentView.qml")); }
+QUrl DocumentViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Farms/DocumentView.qml")); }
 
 void DocumentViewController::viewDidLoad() {
     navBar->setText(titleString);
@@ -34,7 +34,7 @@ ProductViewController::ProductViewController(QObject* parent)
     labelName->setNumberOfLines(0);
 }
 
-QUrl ProductViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/farms/ProductView.qml")); }
+QUrl ProductViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Farms/ProductView.qml")); }
 
 void ProductViewController::viewDidLoad() {
     labelName->setText(service::plainProductName(stringOrNull(member(dictProduct, QStringLiteral("name")))));

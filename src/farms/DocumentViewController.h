@@ -14,6 +14,10 @@ namespace ekinora::farms {
 // the product site.
 class DocumentViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::Label, navBar)
+    UI_OUTLET(ekinora::platform::WebView, webViewDocument)
 public:
     explicit DocumentViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
@@ -36,6 +40,11 @@ public slots:
 // One product as a small card: its name and picture. Nothing opens it at present.
 class ProductViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::Label, labelName)
+    UI_OUTLET(ekinora::platform::ImageView, imageLogo)
+    UI_OUTLET(ekinora::platform::View, viewProduct)
 public:
     explicit ProductViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;

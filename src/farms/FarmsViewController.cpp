@@ -1,4 +1,5 @@
 #include "FarmsViewController.h"
+#include "widgets/Colors.h"
 
 #include "PlantPanel.h"
 
@@ -9,6 +10,7 @@
 #include "platform/Overlays.h"
 #include "platform/Platform.h"
 #include "service/Replies.h"
+#include "service/ServiceCall.h"
 #include "service/TextHelpers.h"
 
 #include <QPointer>
@@ -26,7 +28,6 @@ const QString FarmImagePlaceholder = QStringLiteral("tarlaBgImgDomates");
 constexpr int MaxFarms = 3;
 constexpr int MaxProducts = 3;
 
-void log(const QString& line) { Platform::current().application().log(line); }
 
 
 
@@ -65,17 +66,20 @@ FarmsViewController::FarmsViewController(QObject* parent)
     btnNewProduce->setTitle(QStringLiteral("Tarla Ekle"));
     btnUpdateProduce->setTitle(QStringLiteral("Güncelle"));
     btnDeleteProduce->setTitle(QStringLiteral("Tarlayı Sil"));
-    btnNewProduce->addTarget(this, QStringLiteral("addProduct"));
-    btnUpdateProduce->addTarget(this, QStringLiteral("updateProduce"));
-    btnDeleteProduce->addTarget(this, QStringLiteral("deleteProduce"));
+    btnNewProduce->addTarget(this, &FarmsViewController::addProduct);
+    btnUpdateProduce->addTarget(this, &FarmsViewController::updateProduce);
+    btnDeleteProduce->addTarget(this, &FarmsViewController::deleteProduce);
+    for (TableView* list : {collFarms, collPlants, tblProducts}) {
+        const QString name = list->objectName();
+        list->setDataSource([this, name](int section) { return numberOfItemsInSection(name, section); },
+                            [this, name, list](int, int row) {
+                                return cellRow(cellForItem(name, row), sizeForItem(name, row, list->size().width()));
+                            });
+        list->setDidSelectRow([this, name](int, int row) { didSelectItem(name, row); });
+    }
 }
 
-QUrl FarmsViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/farms/FarmsView.qml")); }
-
-ViewController* FarmsViewController::hudHost() {
-    if (NavigationController* nav = navigationController()) return nav;
-    return this;
-}
+QUrl FarmsViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Farms/FarmsView.qml")); }
 
 void FarmsViewController::setNavigationBarTouches(bool enabled) {
     if (NavigationController* nav = navigationController()) nav->navigationBar()->setUserInteractionEnabled(enabled);
@@ -104,47 +108,38 @@ void FarmsViewController::viewDidAppear(bool) {
 void FarmsViewController::setNotifBadge() { notifications::Bell::setNotifBadge(this); }
 
 void FarmsViewController::getFarms() {
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    service::ScreenCall call(this, QStringLiteral("getFarms"), service::ScreenCall::WithHud);
     FarmerProductRequest request;
     request.doParam = QStringLiteral("farmer/produces");
-    auto self = strong(this);
-    request.requestData(
-        [self, hud](const Json& response) {
-            // The status is not looked at here.
-            if (hud) hud->hideAnimated(true);
-            self->arrFarms = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("farmerProduces")}));
-            self->collFarms->reloadData();
-        },
-        [hud](const Json& error) {
-            log(QStringLiteral("getFarms: %1").arg(description(error)));
-            if (hud) hud->hideAnimated(true);
-        });
+    request.requestData(call.done([this](const Json& response) {
+                            // The status is not looked at here.
+                            arrFarms = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("farmerProduces")}));
+                            collFarms->reloadData();
+                        }),
+                        call.failed());
 }
 
 void FarmsViewController::getPlants() {
+    service::ScreenCall call(this, QStringLiteral("getPlants"));
     FarmerProductRequest request;
     request.doParam = QStringLiteral("produces");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            self->arrPlants = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
-            self->collPlants->reloadData();
-            self->constCollPlantHeight->setConstant(plantPanelHeight(int(self->arrPlants.size()), Window::Height));
-        },
-        [](const Json& error) { log(QStringLiteral("getPlants: %1").arg(description(error))); });
+    request.requestData(call.done([this](const Json& response) {
+                            arrPlants = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
+                            collPlants->reloadData();
+                            constCollPlantHeight->setConstant(plantPanelHeight(int(arrPlants.size()), Window::Height));
+                        }),
+                        call.failed());
 }
 
 void FarmsViewController::getProducts() {
+    service::ScreenCall call(this, QStringLiteral("getProducts"));
     FarmerProductRequest request;
     request.doParam = QStringLiteral("produce/aps");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            const Json aps = path(response, {QStringLiteral("data"), QStringLiteral("aps")});
-            self->arrProducts = service::plainProducts(aps);
-            self->tblProducts->reloadData();
-        },
-        [](const Json& error) { log(QStringLiteral("getProducts: %1").arg(description(error))); });
+    request.requestData(call.done([this](const Json& response) {
+                            arrProducts = service::plainProducts(path(response, {QStringLiteral("data"), QStringLiteral("aps")}));
+                            tblProducts->reloadData();
+                        }),
+                        call.failed());
 }
 
 int FarmsViewController::numberOfItemsInSection(const QString& list, int) {
@@ -194,7 +189,7 @@ QVariantMap FarmsViewController::cellForItem(const QString& list, int row) const
     const bool chosen = plants ? row == selectedPlantIndex : arrSelectedProducts.contains(name);
     cell.insert(QStringLiteral("reuseIdentifier"), plants ? QStringLiteral("PlantCell") : QStringLiteral("ProductCell"));
     cell.insert(plants ? QStringLiteral("lblPlantName") : QStringLiteral("textLabel"), name);
-    cell.insert(QStringLiteral("textColor"), chosen ? service::Colors::leaf() : service::Colors::black());
+    cell.insert(QStringLiteral("textColor"), chosen ? widgets::Colors::leaf() : widgets::Colors::black());
     cell.insert(QStringLiteral("underline"), chosen);
     if (!plants) cell.insert(QStringLiteral("selectionStyle"), 0);
     return cell;
@@ -293,7 +288,7 @@ void FarmsViewController::addProduct(QObject*) { sendFarm(false); }
 void FarmsViewController::updateProduce(QObject*) { sendFarm(true); }
 
 void FarmsViewController::sendFarm(bool update) {
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    service::ScreenCall call(this, QStringLiteral("produce/set"), service::ScreenCall::WithHud);
     FarmerProductRequest request;
     request.doParam = QStringLiteral("produce/set");
     if (update) request.objectID = selectedProduceID;
@@ -307,44 +302,27 @@ void FarmsViewController::sendFarm(bool update) {
     // The crop by its shown name; the last of equal names wins, and no match sends no crop.
     for (const auto& plant : std::as_const(arrPlants))
         if (isString(member(plant, QStringLiteral("name")), lblFarm->text())) request.produceID = member(plant, QStringLiteral("id"));
-    auto self = strong(this);
-    request.addProduct(
-        [self, hud, update](const Json& response) {
-            if (hud) hud->hideAnimated(true);
-            if (service::statusOf(response) == 200) {
-                if (update) self->txtFarmSize->resignFirstResponder();
-                self->removeNewProduceView();
-                self->getFarms();
-                return;
-            }
-            auto* alert = AlertController::alertControllerWithTitle(QStringLiteral("Uyarı"), service::firstError(response));
-            alert->addAction(QStringLiteral("Tamam"));
-            self->presentViewController(alert, true);
-        },
-        [hud](const Json& error) {
-            log(QStringLiteral("produce/set: %1").arg(description(error)));
-            if (hud) hud->hideAnimated(true);
-        });
+    request.addProduct(call.done([this, update](const Json& response) {
+                           if (service::statusOf(response) != 200) return service::showFirstError(this, response);
+                           if (update) txtFarmSize->resignFirstResponder();
+                           removeNewProduceView();
+                           getFarms();
+                       }),
+                       call.failed());
 }
 
 void FarmsViewController::deleteProduce(QObject*) {
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    service::ScreenCall call(this, QStringLiteral("produce/delete"), service::ScreenCall::WithHud);
     FarmerProductRequest request;
     request.doParam = QStringLiteral("produce/delete");
     request.objectID = selectedProduceID;
-    auto self = strong(this);
-    request.requestData(
-        [self, hud](const Json& response) {
-            if (hud) hud->hideAnimated(true);
-            // A refusal leaves the panel open, without a word.
-            if (service::statusOf(response) != 200) return;
-            self->removeNewProduceView();
-            self->getFarms();
-        },
-        [hud](const Json& error) {
-            log(QStringLiteral("produce/delete: %1").arg(description(error)));
-            if (hud) hud->hideAnimated(true);
-        });
+    request.requestData(call.done([this](const Json& response) {
+                            // A refusal leaves the panel open, without a word.
+                            if (service::statusOf(response) != 200) return;
+                            removeNewProduceView();
+                            getFarms();
+                        }),
+                        call.failed());
 }
 
 } // namespace ekinora::farms

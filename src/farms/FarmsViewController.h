@@ -16,6 +16,23 @@ namespace ekinora::farms {
 // refuses comes back as its message.
 class FarmsViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::TableView, collFarms)
+    UI_OUTLET(ekinora::platform::TableView, collPlants)
+    UI_OUTLET(ekinora::platform::TableView, tblProducts)
+    UI_OUTLET(ekinora::platform::View, viewNewProduce)
+    UI_OUTLET(ekinora::platform::View, viewPlant)
+    UI_OUTLET(ekinora::platform::View, viewProduct)
+    UI_OUTLET(ekinora::platform::Label, lblFarm)
+    UI_OUTLET(ekinora::platform::Label, lblProduct)
+    UI_OUTLET(ekinora::platform::Label, lblProductAlert)
+    UI_OUTLET(ekinora::platform::TextField, txtFarmSize)
+    UI_OUTLET(ekinora::platform::Button, btnNewProduce)
+    UI_OUTLET(ekinora::platform::Button, btnUpdateProduce)
+    UI_OUTLET(ekinora::platform::Button, btnDeleteProduce)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constCollPlantHeight)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constCollTopMargin)
 public:
     explicit FarmsViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
@@ -43,12 +60,12 @@ public:
     void getPlants();
     void getProducts();
 
-    // The data sources and delegates of the three lists, named "collFarms", "collPlants", "tblProducts".
-    // A cell is a map with its "reuseIdentifier" and its controls' values by name.
-    Q_INVOKABLE int numberOfItemsInSection(const QString& list, int section = 0);
-    Q_INVOKABLE QVariantMap cellForItem(const QString& list, int row) const;
-    Q_INVOKABLE QSizeF sizeForItem(const QString& list, int row, double listWidth) const;
-    Q_INVOKABLE void didSelectItem(const QString& list, int row);
+    // The data sources and delegates of the three lists, named "collFarms", "collPlants", "tblProducts",
+    // which the lists call. A cell is a map with its "reuseIdentifier" and its controls' values by name.
+    int numberOfItemsInSection(const QString& list, int section = 0);
+    QVariantMap cellForItem(const QString& list, int row) const;
+    QSizeF sizeForItem(const QString& list, int row, double listWidth) const;
+    void didSelectItem(const QString& list, int row);
 
 public slots:
     void setNotifBadge();
@@ -68,7 +85,6 @@ private:
     void openFarm(int row);
     void sendFarm(bool update);
     void setNavigationBarTouches(bool enabled);
-    platform::ViewController* hudHost();
 };
 
 } // namespace ekinora::farms

@@ -6,6 +6,7 @@
 #include "platform/Platform.h"
 #include "service/ServiceRoots.h"
 #include "service/TextHelpers.h"
+#include "widgets/Colors.h"
 #include "widgets/ProductDetailFlowLayout.h"
 
 #include <QPointer>
@@ -13,7 +14,7 @@
 namespace ekinora::farms {
 
 using namespace platform;
-namespace Colors = service::Colors;
+namespace Colors = widgets::Colors;
 
 namespace {
 
@@ -100,7 +101,7 @@ ProductDetailViewController::ProductDetailViewController(QObject* parent)
     addSegue(QStringLiteral("DocumentSegue"), SegueKind::Present, QStringLiteral("DocumentViewController"));
 }
 
-QUrl ProductDetailViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/farms/ProductDetailView.qml")); }
+QUrl ProductDetailViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Farms/ProductDetailView.qml")); }
 
 double ProductDetailViewController::screenWidth() { return Window::Width; }
 

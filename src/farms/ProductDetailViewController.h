@@ -5,19 +5,19 @@
 #include "platform/Controls.h"
 #include "platform/Foundation.h"
 #include "platform/ViewController.h"
+#include "widgets/ProductDetailFlowLayout.h"
 
 #include <QJsonArray>
 #include <QSizeF>
 
-namespace ekinora::widgets {
-class ProductDetailFlowLayout;
-}
 
 namespace ekinora::farms {
 
 // A label made in code and turned to read upwards beside a list.
 class SideLabel : public platform::Label {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
     Q_PROPERTY(double rotation READ rotation NOTIFY changed)
     Q_PROPERTY(QString fontName READ fontName NOTIFY changed)
     Q_PROPERTY(double fontSize READ fontSize NOTIFY changed)
@@ -43,6 +43,24 @@ private:
 // products against it. A tap on a period moves the farm there.
 class ProductDetailViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::Label, lblTitle)
+    UI_OUTLET(ekinora::platform::Button, btnEdit)
+    UI_OUTLET(ekinora::platform::Button, btnCancel)
+    UI_OUTLET(ekinora::platform::ImageView, imgBannerCrop)
+    UI_OUTLET(ekinora::platform::View, viewBannerShade)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constBannerShadeHeight)
+    UI_OUTLET(ekinora::platform::View, viewYabanciOtlar)
+    UI_OUTLET(ekinora::platform::View, viewZararliCanlilar)
+    UI_OUTLET(ekinora::platform::View, viewHastaliklar)
+    UI_OUTLET(ekinora::platform::CollectionView, collPeriods)
+    UI_OUTLET(ekinora::platform::CollectionView, collYabanciOtlar)
+    UI_OUTLET(ekinora::platform::CollectionView, collZararliCanlilar)
+    UI_OUTLET(ekinora::platform::CollectionView, collHastaliklar)
+    UI_OUTLET(ekinora::widgets::ProductDetailFlowLayout, layoutYabanciOtlar)
+    UI_OUTLET(ekinora::widgets::ProductDetailFlowLayout, layoutZararliCanlilar)
+    UI_OUTLET(ekinora::widgets::ProductDetailFlowLayout, layoutHastaliklar)
     Q_PROPERTY(double periodItemSide READ periodItemSideValue CONSTANT)
 public:
     explicit ProductDetailViewController(QObject* parent = nullptr);

@@ -1,4 +1,5 @@
 #include "ViewController.h"
+#include "widgets/Colors.h"
 
 #include "accounts/UpdateFarmerRequest.h"
 #include "farms/PlantPanel.h"
@@ -104,11 +105,26 @@ ViewController::ViewController(QObject* parent)
     lblProduct->setNumberOfLines(0);
     lblProductAlert->setNumberOfLines(0);
     lblProductAlert->setText(QStringLiteral("En fazla 3 tarla ekleyebilirsiniz."));
+    collFarms->setDataSource([this](int) { return collFarmsNumberOfItems(); },
+                             [this](int, int row) {
+                                 return cellRow(collFarmsCell(row), collFarmsSizeForItem(row, collFarms->size().width()));
+                             });
+    collFarms->setDidSelectRow([this](int, int row) { collFarmsDidSelectItem(row); });
+    collPlants->setDataSource([this](int) { return collPlantsNumberOfItems(); },
+                              [this](int, int row) {
+                                  return cellRow(collPlantsCell(row), QSizeF((collPlants->size().width() - 1) / 2, 50));
+                              });
+    collPlants->setDidSelectRow([this](int, int row) { collPlantsDidSelectItem(row); });
+    tblProducts->setDataSource([this](int) { return tblProductsNumberOfRows(); },
+                               [this](int, int row) {
+                                   return cellRow(tblProductsCell(row), QSizeF(tblProducts->size().width(), 48));
+                               });
+    tblProducts->setDidSelectRow([this](int, int row) { tblProductsDidSelectRow(row); });
     addSegue(QStringLiteral("ProductDetailSegue"), SegueKind::Present, QStringLiteral("ProductDetailViewController"));
     addSegue(QStringLiteral("DocumentSegue"), SegueKind::Present, QStringLiteral("DocumentViewController"));
 }
 
-QUrl ViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/home/HomeView.qml")); }
+QUrl ViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Home/HomeView.qml")); }
 
 platform::ViewController* ViewController::hudHost() {
     if (NavigationController* nav = navigationController()) return nav;
@@ -487,7 +503,7 @@ QVariantMap ViewController::collPlantsCell(int row) const {
     const bool chosen = row == selectedPlantIndex;
     cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("PlantCell"));
     cell.insert(QStringLiteral("lblPlantName"), stringOrNull(member(arrPlants.at(row), QStringLiteral("name"))));
-    cell.insert(QStringLiteral("textColor"), chosen ? service::Colors::leaf() : service::Colors::black());
+    cell.insert(QStringLiteral("textColor"), chosen ? widgets::Colors::leaf() : widgets::Colors::black());
     cell.insert(QStringLiteral("underline"), chosen);
     return cell;
 }
@@ -506,7 +522,7 @@ QVariantMap ViewController::tblProductsCell(int row) const {
     const bool chosen = arrSelectedProducts.contains(name);
     cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("ProductCell"));
     cell.insert(QStringLiteral("name"), name);
-    cell.insert(QStringLiteral("textColor"), chosen ? service::Colors::leaf() : service::Colors::black());
+    cell.insert(QStringLiteral("textColor"), chosen ? widgets::Colors::leaf() : widgets::Colors::black());
     cell.insert(QStringLiteral("underline"), chosen);
     return cell;
 }

@@ -5,17 +5,14 @@
 #include "platform/Overlays.h"
 #include "platform/ViewController.h"
 #include "platform/WebView.h"
+#include "widgets/BadgeBarButtonItem.h"
+#include "widgets/GroupedRadioButton.h"
 
 #include <QJsonArray>
 #include <QPointer>
 #include <QSizeF>
 #include <QStringList>
 #include <QVariantMap>
-
-namespace ekinora::widgets {
-class BadgeBarButtonItem;
-class GroupedRadioButton;
-} // namespace ekinora::widgets
 
 namespace ekinora::home {
 
@@ -25,6 +22,40 @@ namespace ekinora::home {
 // consent panel when the service asks, and logs out a farmer the service now calls a club member.
 class ViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::ImageView, imgLoading)
+    UI_OUTLET(ekinora::platform::Label, lblWeatherDate)
+    UI_OUTLET(ekinora::platform::Label, lblWeatherLocation)
+    UI_OUTLET(ekinora::platform::Label, lblWeatherCondition)
+    UI_OUTLET(ekinora::platform::Label, lblWeatherTemprature)
+    UI_OUTLET(ekinora::platform::Label, lblWeatherRain)
+    UI_OUTLET(ekinora::platform::Label, lblWeatherWind)
+    UI_OUTLET(ekinora::platform::ImageView, imgWeatherCondition)
+    UI_OUTLET(ekinora::platform::View, viewEvent)
+    UI_OUTLET(ekinora::platform::Label, lblProductAlert)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constCollTopMargin)
+    UI_OUTLET(ekinora::platform::TableView, collFarms)
+    UI_OUTLET(ekinora::platform::Button, menuBtn)
+    UI_OUTLET(ekinora::widgets::BadgeBarButtonItem, btnNotification)
+    UI_OUTLET(ekinora::platform::View, viewKVKK)
+    UI_OUTLET(ekinora::platform::View, viewETK)
+    UI_OUTLET(ekinora::platform::WebView, webviewETK)
+    UI_OUTLET(ekinora::widgets::GroupedRadioButton, radioETK1)
+    UI_OUTLET(ekinora::widgets::GroupedRadioButton, radioETK2)
+    UI_OUTLET(ekinora::widgets::GroupedRadioButton, radioETK3)
+    UI_OUTLET(ekinora::platform::View, viewNewProduce)
+    UI_OUTLET(ekinora::platform::View, viewPlant)
+    UI_OUTLET(ekinora::platform::View, viewProduct)
+    UI_OUTLET(ekinora::platform::Label, lblFarm)
+    UI_OUTLET(ekinora::platform::Label, lblProduct)
+    UI_OUTLET(ekinora::platform::TextField, txtFarmSize)
+    UI_OUTLET(ekinora::platform::Button, btnNewProduce)
+    UI_OUTLET(ekinora::platform::Button, btnUpdateProduce)
+    UI_OUTLET(ekinora::platform::Button, btnDeleteProduce)
+    UI_OUTLET(ekinora::platform::TableView, collPlants)
+    UI_OUTLET(ekinora::platform::TableView, tblProducts)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constCollPlantHeight)
 public:
     explicit ViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
@@ -75,16 +106,17 @@ public:
     int preferredStatusBarStyle() const { return 0; }
 
     // The collections' data sources and delegates. The farm list's count also places the alert label.
-    Q_INVOKABLE int collFarmsNumberOfItems();
-    Q_INVOKABLE QVariantMap collFarmsCell(int row) const;
-    Q_INVOKABLE QSizeF collFarmsSizeForItem(int row, double collectionWidth) const;
-    Q_INVOKABLE void collFarmsDidSelectItem(int row);
-    Q_INVOKABLE int collPlantsNumberOfItems() const { return int(arrPlants.size()); }
-    Q_INVOKABLE QVariantMap collPlantsCell(int row) const;
-    Q_INVOKABLE void collPlantsDidSelectItem(int row);
-    Q_INVOKABLE int tblProductsNumberOfRows() const { return int(arrProducts.size()); }
-    Q_INVOKABLE QVariantMap tblProductsCell(int row) const;
-    Q_INVOKABLE void tblProductsDidSelectRow(int row);
+    // The data sources and delegates of the three lists, which the lists call.
+    int collFarmsNumberOfItems();
+    QVariantMap collFarmsCell(int row) const;
+    QSizeF collFarmsSizeForItem(int row, double collectionWidth) const;
+    void collFarmsDidSelectItem(int row);
+    int collPlantsNumberOfItems() const { return int(arrPlants.size()); }
+    QVariantMap collPlantsCell(int row) const;
+    void collPlantsDidSelectItem(int row);
+    int tblProductsNumberOfRows() const { return int(arrProducts.size()); }
+    QVariantMap tblProductsCell(int row) const;
+    void tblProductsDidSelectRow(int row);
 
     void getWeatherInfo();
     void getFarms();

@@ -14,10 +14,12 @@ NotificationViewController::NotificationViewController(QObject* parent)
     : ViewController(parent), tblNotification(makeControl<TableView>("tblNotification")),
       lblInfo(makeControl<Label>("lblInfo")) {
     lblInfo->setNumberOfLines(0);
+    tblNotification->setDataSource([this](int section) { return numberOfRowsInSection(section); },
+                                   [this](int, int row) { return cellRow(cellForRow(row), {}); });
 }
 
 QUrl NotificationViewController::viewSource() const {
-    return QUrl(QStringLiteral("qrc:/ekinora/notifications/NotificationView.qml"));
+    return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Notifications/NotificationView.qml"));
 }
 
 void NotificationViewController::viewDidLoad() {

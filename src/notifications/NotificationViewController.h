@@ -12,6 +12,10 @@ namespace ekinora::notifications {
 // service mark the notices read; the client keeps no marks of its own.
 class NotificationViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::TableView, tblNotification)
+    UI_OUTLET(ekinora::platform::Label, lblInfo)
 public:
     explicit NotificationViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
@@ -27,8 +31,8 @@ public:
     Q_INVOKABLE int positionForBar() const { return 3; }
     // The table's data source. A cell ("NotificationCell"): "lblDate", "lblNotification", and the colour
     // of "imgReadColor", the same on every row.
-    Q_INVOKABLE int numberOfRowsInSection(int section) const;
-    Q_INVOKABLE QVariantMap cellForRow(int row) const;
+    int numberOfRowsInSection(int section) const;
+    QVariantMap cellForRow(int row) const;
 
 public slots:
     void closeView(QObject* sender = nullptr);

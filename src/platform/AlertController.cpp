@@ -16,7 +16,7 @@ AlertController* AlertController::simple(const QString& title, const QString& me
     return alert;
 }
 
-QUrl AlertController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/platform/qml/Alert.qml")); }
+QUrl AlertController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Platform/Alert.qml")); }
 
 QStringList AlertController::buttonTitles() const {
     QStringList titles;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include "ViewController.h"
 
 #include <QStringList>
@@ -10,6 +12,8 @@ namespace ekinora::platform {
 // runs the button's handler.
 class AlertController : public ViewController {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UIAlertController)
+    QML_UNCREATABLE("Made by the application.")
     Q_PROPERTY(QString message READ message CONSTANT)
     Q_PROPERTY(QStringList buttonTitles READ buttonTitles NOTIFY actionsChanged)
     Q_PROPERTY(QList<int> buttonStyles READ buttonStyles NOTIFY actionsChanged)

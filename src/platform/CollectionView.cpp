@@ -54,6 +54,14 @@ void CollectionView::layoutCells() {
     emit cellsChanged();
 }
 
+void CollectionView::refreshRows() {
+    QList<ListRow> rows;
+    rows.reserve(m_cells.size());
+    for (CollectionViewCell* c : std::as_const(m_cells))
+        rows.append(ListRow{c->reuseIdentifier(), {}, c->size(), c->section(), c->item(), c});
+    this->rows()->setRows(std::move(rows));
+}
+
 QList<QObject*> CollectionView::cellObjects() const {
     QList<QObject*> list;
     for (CollectionViewCell* c : m_cells) list << c;

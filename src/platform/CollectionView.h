@@ -14,6 +14,8 @@ namespace ekinora::platform {
 // stays from the item it showed before.
 class CollectionViewCell : public View {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UICollectionViewCell)
+    QML_UNCREATABLE("Made by its collection.")
     Q_PROPERTY(QString reuseIdentifier READ reuseIdentifier CONSTANT)
     Q_PROPERTY(int section READ section NOTIFY changed)
     Q_PROPERTY(int row READ item NOTIFY changed)
@@ -37,15 +39,15 @@ private:
     QSizeF m_size;
 };
 
-// A collection view: sections of items drawn from cells that the screen's data source fills. A reload
+// A collection view: sections of items drawn from cells that the screen's data source fills. Its rows
+// in the list model carry each cell object (role "cell"). A reload
 // asks the data source again for every item and hands the cells it had out again, in their order, to
 // the screen's dequeues. Scrolling to an item and flashing the scroll indicators are announced to the
 // arrangement, which plays them.
 class CollectionView : public TableView {
     Q_OBJECT
-    Q_PROPERTY(QList<QObject*> cells READ cellObjects NOTIFY cellsChanged)
-    // The collection's size once laid out, written by the arrangement.
-    Q_PROPERTY(QSizeF size READ size WRITE setSize NOTIFY sizeChanged)
+    QML_NAMED_ELEMENT(UICollectionView)
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(int flashCount READ flashCount NOTIFY scrollIndicatorsFlashed)
 public:
     // UICollectionViewScrollPosition values.
@@ -75,13 +77,6 @@ public:
     QList<QObject*> cellObjects() const;
     CollectionViewCell* cellForItem(int section, int item) const;
 
-    QSizeF size() const { return m_size; }
-    void setSize(const QSizeF& s) {
-        if (m_size == s) return;
-        m_size = s;
-        emit sizeChanged();
-    }
-
     // A tap on an item, from the arrangement or a test.
     Q_INVOKABLE void selectItem(int section, int item);
 
@@ -95,9 +90,12 @@ public:
 
 signals:
     void cellsChanged();
-    void sizeChanged();
     void scrollToItemRequested(int section, int item, int scrollPosition, bool animated);
     void scrollIndicatorsFlashed();
+
+protected:
+    // The model's rows carry the cells themselves.
+    void refreshRows() override;
 
 private:
     void layoutCells();
@@ -109,7 +107,6 @@ private:
     QHash<QString, CellFactory> m_factories;
     QHash<QString, QList<CollectionViewCell*>> m_reusable;
     QList<CollectionViewCell*> m_cells;
-    QSizeF m_size;
     int m_flashes = 0;
     int m_scrolled[3] = {-1, -1, -1};
 };

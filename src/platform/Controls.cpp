@@ -26,12 +26,16 @@ void ImageView::imageLoadEnded(const QUrl& url, bool loaded) {
     done(loaded);
 }
 
-void Control::addTarget(QObject* target, const QString& action) { m_targets.append(Target{target, action}); }
+void Control::addTarget(QObject* target, const QString& action) { m_targets.append(Target{target, action, {}}); }
 
 void Control::sendActions() {
     const QList<Target> targets = m_targets;
     for (const Target& t : targets) {
         if (!t.object) continue;
+        if (t.call) {
+            t.call(this);
+            continue;
+        }
         const QMetaObject* meta = t.object->metaObject();
         const QByteArray name = t.action.toLatin1();
         int withSender = -1, plain = -1;
@@ -47,6 +51,48 @@ void Control::sendActions() {
             fatal(QStringLiteral("-[%1 %2:]: unrecognized selector sent to instance")
                       .arg(QString::fromLatin1(meta->className()), t.action));
     }
+}
+
+TableView::TableView(const QString& name, QObject* parent) : View(name, parent), m_model(this) {}
+
+void TableView::setDataSource(NumberOfRows rows, CellForRow cell, NumberOfSections sections) {
+    m_numberOfRows = std::move(rows);
+    m_cellForRow = std::move(cell);
+    m_numberOfSections = std::move(sections);
+}
+
+void TableView::reloadData() {
+    ++m_revision;
+    emit reloaded();
+    refreshRows();
+}
+
+void TableView::refreshRows() {
+    if (!m_cellForRow) return;
+    QList<ListRow> rows;
+    const int sections = m_numberOfSections ? m_numberOfSections() : 1;
+    for (int s = 0; s < sections; ++s) {
+        const int n = numberOfRows(s);
+        for (int r = 0; r < n; ++r) {
+            ListRow row = m_cellForRow(s, r);
+            row.section = s;
+            row.row = r;
+            rows.append(std::move(row));
+        }
+    }
+    m_model.setRows(std::move(rows));
+}
+
+void TableView::setSize(const QSizeF& s) {
+    if (m_size == s) return;
+    m_size = s;
+    emit sizeChanged();
+    // Cells sized from the list's width follow it.
+    if (m_revision > 0) refreshRows();
+}
+
+void TableView::selectRow(int row, int section) {
+    if (m_didSelectRow) m_didSelectRow(section, row);
 }
 
 bool TextField::userEdit(int location, int length, const QString& replacement) {

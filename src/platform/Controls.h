@@ -9,12 +9,21 @@
 #include <QSizeF>
 #include <QString>
 #include <QUrl>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
+
+#include "ListModel.h"
+
+// A named control that the screen's view reaches as a typed property of its controller: put
+// `UI_OUTLET(ekinora::platform::Label, lblFarm)` beside the member `platform::Label* lblFarm;`.
+#define UI_OUTLET(Type, name) Q_PROPERTY(Type* name MEMBER name CONSTANT)
 
 namespace ekinora::platform {
 
 class View : public QObject {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UIView)
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(bool hidden READ isHidden WRITE setHidden NOTIFY changed)
     Q_PROPERTY(double alpha READ alpha WRITE setAlpha NOTIFY changed)
     Q_PROPERTY(bool userInteractionEnabled READ userInteractionEnabled WRITE setUserInteractionEnabled NOTIFY changed)
@@ -66,6 +75,8 @@ private:
 
 class Label : public View {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UILabel)
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
     Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor NOTIFY changed)
     Q_PROPERTY(int numberOfLines READ numberOfLines WRITE setNumberOfLines NOTIFY changed)
@@ -87,6 +98,8 @@ private:
 // Target-action pairs accumulate, as addTarget:action: does: adding the same pair twice calls it twice.
 class Control : public View {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UIControl)
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(bool enabled READ isEnabled WRITE setEnabled NOTIFY changed)
     Q_PROPERTY(bool selected READ isSelected WRITE setSelected NOTIFY changed)
 public:
@@ -96,7 +109,15 @@ public:
     bool isSelected() const { return m_selected; }
     void setSelected(bool s) { set(m_selected, s); }
 
+    // By selector name: a name the target lacks stops the application when the control fires.
     void addTarget(QObject* target, const QString& action);
+    // By method, checked by the compiler; the action's name stays the selector's for the log.
+    template <class T> void addTarget(T* target, void (T::*action)(QObject*)) {
+        QPointer<T> t(target);
+        m_targets.append(Target{target, QString(), [t, action](QObject* sender) {
+                                    if (t) (t.data()->*action)(sender);
+                                }});
+    }
     void removeTargets() { m_targets.clear(); }
     int targetCount() const { return int(m_targets.size()); }
     // Calls every target's action with this control as the sender.
@@ -106,6 +127,7 @@ private:
     struct Target {
         QPointer<QObject> object;
         QString action;
+        std::function<void(QObject*)> call;
     };
     QList<Target> m_targets;
     bool m_enabled = true;
@@ -114,6 +136,8 @@ private:
 
 class Button : public Control {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UIButton)
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY changed)
     Q_PROPERTY(QString image READ image WRITE setImage NOTIFY changed)
     Q_PROPERTY(QColor titleColor READ titleColor WRITE setTitleColor NOTIFY changed)
@@ -142,6 +166,8 @@ private:
 
 class TextField : public Control {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UITextField)
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
     Q_PROPERTY(QString placeholder READ placeholder WRITE setPlaceholder NOTIFY changed)
     Q_PROPERTY(bool secureTextEntry READ secureTextEntry WRITE setSecureTextEntry NOTIFY changed)
@@ -187,6 +213,8 @@ private:
 
 class ImageView : public View {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UIImageView)
+    QML_UNCREATABLE("Made by its screen.")
     // A bundled picture's name, or a remote address. The picture's own properties notify apart from the
     // view's, so that what draws the picture loads it again only when the picture changes.
     Q_PROPERTY(QString image READ image WRITE setImage NOTIFY imageChanged)
@@ -242,6 +270,8 @@ private:
 // An Auto Layout constraint whose constant a screen changes (a height of 0 hides a box).
 class LayoutConstraint : public QObject {
     Q_OBJECT
+    QML_NAMED_ELEMENT(NSLayoutConstraint)
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(double constant READ constant WRITE setConstant NOTIFY changed)
 public:
     explicit LayoutConstraint(const QString& name = {}, double constant = 0, QObject* parent = nullptr);
@@ -259,30 +289,66 @@ private:
 };
 
 // A table or collection view: the rows come from the data source on the controller and are refreshed
-// only by reloadData.
+// only by reloadData, which asks the data source for every row and hands them to the list's model; the
+// model changes only the rows that differ.
 class TableView : public View {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UITableView)
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(int revision READ revision NOTIFY reloaded)
     Q_PROPERTY(bool scrollEnabled READ scrollEnabled WRITE setScrollEnabled NOTIFY changed)
+    Q_PROPERTY(ekinora::platform::ListModel* rows READ rows CONSTANT)
+    // The list's size once laid out, written by the arrangement; cells sized from it are sized again.
+    Q_PROPERTY(QSizeF size READ size WRITE setSize NOTIFY sizeChanged)
 public:
-    using View::View;
+    using NumberOfSections = std::function<int()>;
+    using NumberOfRows = std::function<int(int section)>;
+    using CellForRow = std::function<ListRow(int section, int row)>;
+    using DidSelectRow = std::function<void(int section, int row)>;
+
+    explicit TableView(const QString& name = {}, QObject* parent = nullptr);
+
     int revision() const { return m_revision; }
     bool scrollEnabled() const { return m_scroll; }
     void setScrollEnabled(bool s) { set(m_scroll, s); }
-    Q_INVOKABLE void reloadData() {
-        ++m_revision;
-        emit reloaded();
-    }
+    ListModel* rows() { return &m_model; }
+    QSizeF size() const { return m_size; }
+    void setSize(const QSizeF& s);
+
+    // The data source and delegate, functions of the screen.
+    void setDataSource(NumberOfRows rows, CellForRow cell, NumberOfSections sections = {});
+    void setDidSelectRow(DidSelectRow f) { m_didSelectRow = std::move(f); }
+
+    Q_INVOKABLE void reloadData();
+    // A tap on a row, from the arrangement or a test.
+    Q_INVOKABLE void selectRow(int row, int section = 0);
+    // What the data source says now: the screen's rules run as when the list asks.
+    int numberOfRows(int section = 0) const { return m_numberOfRows ? m_numberOfRows(section) : 0; }
+    ListRow cellForRow(int row, int section = 0) const { return m_cellForRow ? m_cellForRow(section, row) : ListRow{}; }
+
 signals:
     void reloaded();
+    void sizeChanged();
+
+protected:
+    // Rows from the data source into the model.
+    virtual void refreshRows();
 
 private:
     int m_revision = 0;
     bool m_scroll = true;
+    QSizeF m_size;
+    ListModel m_model;
+    NumberOfSections m_numberOfSections;
+    NumberOfRows m_numberOfRows;
+    CellForRow m_cellForRow;
+    DidSelectRow m_didSelectRow;
 };
 
 class BarButtonItem : public Button {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UIBarButtonItem)
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(QString badgeValue READ badgeValue WRITE setBadgeValue NOTIFY changed)
     Q_PROPERTY(QUrl overlaySource READ overlaySource CONSTANT)
 public:

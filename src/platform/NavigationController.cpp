@@ -13,7 +13,7 @@ NavigationController::~NavigationController() {
     for (ViewController* c : std::as_const(m_stack)) c->release();
 }
 
-QUrl NavigationController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/platform/qml/NavigationView.qml")); }
+QUrl NavigationController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Platform/NavigationView.qml")); }
 
 void NavigationController::adopt(ViewController* c) {
     c->retain();

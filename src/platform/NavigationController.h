@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
+#include "Seams.h"
 #include "ViewController.h"
 
 namespace ekinora::platform {
@@ -7,11 +10,14 @@ namespace ekinora::platform {
 // A navigation stack with a bar (title, back button, the top screen's right item).
 class NavigationController : public ViewController {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UINavigationController)
+    QML_UNCREATABLE("Made by the application.")
     Q_PROPERTY(bool navigationBarHidden READ isNavigationBarHidden WRITE setNavigationBarHidden NOTIFY barChanged)
     Q_PROPERTY(int depth READ depth NOTIFY stackChanged)
     Q_PROPERTY(QString topTitle READ topTitle NOTIFY stackChanged)
-    Q_PROPERTY(QObject* topRightItem READ topRightItem NOTIFY stackChanged)
-    Q_PROPERTY(QObject* navigationBar READ navigationBarView CONSTANT)
+    Q_PROPERTY(ekinora::platform::BarButtonItem* topRightItem READ topRightItem NOTIFY stackChanged)
+    Q_PROPERTY(ekinora::platform::View* navigationBar READ navigationBarView CONSTANT)
+    Q_PROPERTY(ekinora::platform::NavigationBarAppearance* appearance READ appearance CONSTANT)
 public:
     explicit NavigationController(QObject* parent = nullptr);
     ~NavigationController() override;
@@ -22,7 +28,7 @@ public:
     ViewController* topViewController() const { return m_stack.isEmpty() ? nullptr : m_stack.last(); }
     int depth() const { return int(m_stack.size()); }
     QString topTitle() const { return topViewController() ? topViewController()->title() : QString(); }
-    QObject* topRightItem() const { return topViewController() ? topViewController()->rightBarButtonItem() : nullptr; }
+    BarButtonItem* topRightItem() const { return topViewController() ? topViewController()->rightBarButtonItem() : nullptr; }
 
     void setViewControllers(const QList<ViewController*>& controllers, bool animated = false);
     void pushViewController(ViewController* controller, bool animated = true);
@@ -33,7 +39,8 @@ public:
 
     // The bar as a view: a screen may stop it taking touches while a panel of its own is open.
     View* navigationBar() const { return m_bar; }
-    QObject* navigationBarView() const { return m_bar; }
+    View* navigationBarView() const { return m_bar; }
+    NavigationBarAppearance* appearance() const { return &NavigationBarAppearance::shared(); }
 
     bool isNavigationBarHidden() const { return m_barHidden; }
     void setNavigationBarHidden(bool hidden);

@@ -22,9 +22,7 @@ Platform::Platform(Scheduler* scheduler, UserDefaults* defaults, HttpClient* htt
         part->setParent(this);
     m_application->setKeyWindow(m_window);
     m_application->setBeforeEnding([this] { m_defaults->synchronize(); });
-    if (m_engine)
-        m_engine->rootContext()->setContextProperty(QStringLiteral("navigationBarAppearance"),
-                                                    &NavigationBarAppearance::shared());
+    if (m_engine) m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
     g_current = this;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QColor>
 #include <QObject>
 #include <QString>
@@ -33,6 +35,8 @@ private:
 // The navigation bars' look, set once at start and read by every bar.
 class NavigationBarAppearance : public QObject {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UINavigationBarAppearance)
+    QML_UNCREATABLE("Made by the application.")
     Q_PROPERTY(QColor titleColor MEMBER titleColor NOTIFY changed)
     Q_PROPERTY(QString titleFontFamily MEMBER titleFontFamily NOTIFY changed)
     Q_PROPERTY(int titleFontSize MEMBER titleFontSize NOTIFY changed)

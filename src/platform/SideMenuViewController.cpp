@@ -10,7 +10,7 @@ SideMenuViewController::~SideMenuViewController() {
 }
 
 QUrl SideMenuViewController::viewSource() const {
-    return QUrl(QStringLiteral("qrc:/ekinora/platform/qml/SideMenuView.qml"));
+    return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Platform/SideMenuView.qml"));
 }
 
 void SideMenuViewController::setContentViewController(ViewController* controller, bool animated) {

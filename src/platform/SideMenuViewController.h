@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include "ViewController.h"
 
 #include <QColor>
@@ -9,6 +11,8 @@ namespace ekinora::platform {
 // The side-menu container: a content controller and a left menu that opens over a background picture.
 class SideMenuViewController : public ViewController {
     Q_OBJECT
+    QML_NAMED_ELEMENT(RESideMenu)
+    QML_UNCREATABLE("Made by the application.")
     Q_PROPERTY(bool menuVisible READ isMenuVisible NOTIFY menuVisibleChanged)
     Q_PROPERTY(QString backgroundImage READ backgroundImage WRITE setBackgroundImage NOTIFY appearanceChanged)
     Q_PROPERTY(bool panGestureEnabled READ panGestureEnabled WRITE setPanGestureEnabled NOTIFY appearanceChanged)

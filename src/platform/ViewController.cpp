@@ -48,10 +48,9 @@ QQuickItem* ViewController::viewItem() {
     const QUrl source = viewSource();
     if (!engine || source.isEmpty()) return nullptr;
     QQmlComponent component(engine, source);
-    auto* context = new QQmlContext(engine->rootContext(), this);
-    context->setContextProperty(QStringLiteral("controller"), this);
-    for (auto it = m_controls.cbegin(); it != m_controls.cend(); ++it) context->setContextProperty(it.key(), it.value());
-    QObject* made = component.create(context);
+    // The view reaches its screen through one typed property, "controller", and the controls through
+    // the screen's properties.
+    QObject* made = component.createWithInitialProperties({{QStringLiteral("controller"), QVariant::fromValue<QObject*>(this)}});
     m_item = qobject_cast<QQuickItem*>(made);
     if (!m_item) {
         Platform::current().application().log(

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include "Controls.h"
 
 #include <QHash>
@@ -31,6 +33,8 @@ struct StoryboardSegue {
 // still handled by it, as the original's blocks do.
 class ViewController : public QObject {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UIViewController)
+    QML_UNCREATABLE("Made by the application.")
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
     Q_PROPERTY(QObject* navigationItemRight READ rightBarButtonItem CONSTANT)
     Q_PROPERTY(bool inSideMenu READ inSideMenu NOTIFY containerChanged)

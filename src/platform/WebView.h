@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include "Controls.h"
 
 #include <QHash>
@@ -14,6 +16,8 @@ namespace ekinora::platform {
 // engine only when a web view is first shown, so that screens without one never pay for it.
 class WebView : public View {
     Q_OBJECT
+    QML_NAMED_ELEMENT(WKWebView)
+    QML_UNCREATABLE("Made by the application.")
     Q_PROPERTY(QString html READ html NOTIFY loadRequested)
     Q_PROPERTY(QUrl baseUrl READ baseUrl NOTIFY loadRequested)
     Q_PROPERTY(QUrl url READ url NOTIFY loadRequested)

@@ -46,10 +46,8 @@ static void fill(QQuickItem* item, QQuickItem* layer) {
 void Window::makeKeyAndVisible() {
     m_key = true;
     if (QQmlEngine* engine = Platform::current().qmlEngine(); engine && !m_quick) {
-        QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/ekinora/platform/qml/Window.qml")));
-        auto* context = new QQmlContext(engine->rootContext(), this);
-        context->setContextProperty(QStringLiteral("appWindow"), this);
-        QObject* made = component.create(context);
+        QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Platform/Window.qml")));
+        QObject* made = component.createWithInitialProperties({{QStringLiteral("appWindow"), QVariant::fromValue<QObject*>(this)}});
         m_quick = qobject_cast<QQuickWindow*>(made);
         if (!m_quick) {
             Platform::current().application().log(QStringLiteral("window could not be made: %1").arg(component.errorString()));

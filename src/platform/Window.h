@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -17,6 +19,8 @@ class ProgressHUD;
 // progress indicator, the wait overlay). With a QML engine it is a phone-sized Qt Quick window.
 class Window : public QObject {
     Q_OBJECT
+    QML_NAMED_ELEMENT(UIWindow)
+    QML_UNCREATABLE("Made by the application.")
     Q_PROPERTY(int hudCount READ hudCount NOTIFY overlaysChanged)
     Q_PROPERTY(int presentedHudCount READ presentedHudCount NOTIFY overlaysChanged)
     Q_PROPERTY(bool waitVisible READ waitVisible NOTIFY overlaysChanged)

@@ -4,9 +4,7 @@
 #include <QPointer>
 #include <QString>
 
-namespace ekinora::platform {
-class ViewController;
-}
+#include "platform/ViewController.h"
 
 namespace ekinora::service {
 

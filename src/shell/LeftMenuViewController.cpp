@@ -31,9 +31,17 @@ QJsonObject entry(const QString& name, const QString& icon) {
 
 LeftMenuViewController::LeftMenuViewController(QObject* parent)
     : ViewController(parent), tableView(makeControl<TableView>("tableView")),
-      lblReloadTime(makeControl<Label>("lblReloadTime")) {}
+      lblReloadTime(makeControl<Label>("lblReloadTime")) {
+    tableView->setDataSource([this](int section) { return numberOfRowsInSection(section); },
+                             [this](int, int row) {
+                                 ListRow cell = cellRow(cellForRow(row), QSizeF(0, heightForRow(row)));
+                                 cell.reuseIdentifier = QStringLiteral("Cell");
+                                 return cell;
+                             });
+    tableView->setDidSelectRow([this](int, int row) { didSelectRow(row); });
+}
 
-QUrl LeftMenuViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/shell/LeftMenuView.qml")); }
+QUrl LeftMenuViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Shell/LeftMenuView.qml")); }
 
 void LeftMenuViewController::viewDidLoad() {
     arrList = QJsonArray{entry("Anasayfa", "home"),         entry("Profilim", "profile"),

@@ -13,6 +13,10 @@ namespace ekinora::shell {
 // item replaces the whole content of the container.
 class LeftMenuViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::TableView, tableView)
+    UI_OUTLET(ekinora::platform::Label, lblReloadTime)
     Q_PROPERTY(int rowHeight READ rowHeightValue NOTIFY layoutChanged)
     Q_PROPERTY(QRectF tableFrame READ tableFrame NOTIFY layoutChanged)
 public:
@@ -28,11 +32,11 @@ public:
     void viewDidLoad() override;
 
     // The list's data source and delegate.
-    Q_INVOKABLE int numberOfRowsInSection(int section) const;
-    Q_INVOKABLE int heightForRow(int row) const { return rowHeight; }
+    int numberOfRowsInSection(int section) const;
+    int heightForRow(int row) const { return rowHeight; }
     // A cell's content: "text" (plain), "html" (with the new mark) and "icon".
-    Q_INVOKABLE QVariantMap cellForRow(int row) const;
-    Q_INVOKABLE void didSelectRow(int row);
+    QVariantMap cellForRow(int row) const;
+    void didSelectRow(int row);
 
     int rowHeightValue() const { return rowHeight; }
     QRectF tableFrame() const { return m_tableFrame; }

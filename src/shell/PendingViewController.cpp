@@ -12,7 +12,7 @@ PendingViewController::PendingViewController(const QString& identifier, const QS
     setTitle(title);
 }
 
-QUrl PendingViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/shell/PendingView.qml")); }
+QUrl PendingViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Shell/PendingView.qml")); }
 
 void registerPendingScreens() {
     for (const MenuItem& item : menuItems()) {

@@ -8,6 +8,8 @@ namespace ekinora::shell {
 // nothing else.
 class PendingViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
     Q_PROPERTY(QString storyboardIdentifier MEMBER storyboardIdentifier CONSTANT)
 public:
     PendingViewController(const QString& identifier, const QString& title, QObject* parent = nullptr);

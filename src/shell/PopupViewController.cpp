@@ -20,7 +20,7 @@ PopupViewController::PopupViewController(QObject* parent)
     lblTitle->setNumberOfLines(0);
 }
 
-QUrl PopupViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/ekinora/shell/PopupView.qml")); }
+QUrl PopupViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Shell/PopupView.qml")); }
 
 void PopupViewController::viewDidLoad() {
     const double screenWidth = Window::Width;

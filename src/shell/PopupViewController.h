@@ -14,6 +14,18 @@ namespace ekinora::shell {
 // body and, for a product campaign, a box with the product's picture and name.
 class PopupViewController : public platform::ViewController {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the storyboard.")
+    UI_OUTLET(ekinora::platform::Label, lblTitle)
+    UI_OUTLET(ekinora::platform::WebView, webViewContent)
+    UI_OUTLET(ekinora::platform::ImageView, imgProduce)
+    UI_OUTLET(ekinora::platform::ImageView, imgProduct)
+    UI_OUTLET(ekinora::platform::Label, lblProductName)
+    UI_OUTLET(ekinora::platform::Label, lblProductType)
+    UI_OUTLET(ekinora::platform::View, viewProduct)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constraintImageBannerHeight)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constraintViewProductHeight)
+    UI_OUTLET(ekinora::platform::LayoutConstraint, constraintWebViewHeight)
     Q_PROPERTY(QJsonValue dictPopup MEMBER dictPopup)
 public:
     explicit PopupViewController(QObject* parent = nullptr);

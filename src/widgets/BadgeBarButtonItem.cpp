@@ -37,7 +37,7 @@ BadgeBarButtonItem::BadgeBarButtonItem(const QString& name, QObject* parent) : B
     });
 }
 
-QUrl BadgeBarButtonItem::overlaySource() const { return QUrl(QStringLiteral("qrc:/ekinora/widgets/BarButtonBadge.qml")); }
+QUrl BadgeBarButtonItem::overlaySource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Widgets/BarButtonBadge.qml")); }
 
 void BadgeBarButtonItem::badgeValueSet() {
     updateBadgeValueAnimated(true);

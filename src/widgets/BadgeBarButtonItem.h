@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include "platform/Controls.h"
 
 #include <QFont>
@@ -12,6 +14,8 @@ namespace ekinora::widgets {
 // The badge's label: a frame in the button's view, a font, and the scale it shrinks by when removed.
 class BadgeLabel : public platform::Label {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(QRectF frame READ frame WRITE setFrame NOTIFY changed)
     Q_PROPERTY(QFont font READ font WRITE setFont NOTIFY changed)
     Q_PROPERTY(bool clipsToBounds READ clipsToBounds WRITE setClipsToBounds NOTIFY changed)
@@ -45,8 +49,10 @@ private:
 // BarButtonBadge.qml, which the navigation bar draws over the button.
 class BadgeBarButtonItem : public platform::BarButtonItem {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by its screen.")
     // The label, once made (reading it here makes nothing).
-    Q_PROPERTY(QObject* badge READ existingBadge NOTIFY badgeChanged)
+    Q_PROPERTY(ekinora::widgets::BadgeLabel* badge READ existingBadge NOTIFY badgeChanged)
     Q_PROPERTY(QColor badgeBGColor READ badgeBGColor WRITE setBadgeBGColor NOTIFY changed)
     Q_PROPERTY(QColor badgeTextColor READ badgeTextColor WRITE setBadgeTextColor NOTIFY changed)
     Q_PROPERTY(QFont badgeFont READ badgeFont WRITE setBadgeFont NOTIFY changed)

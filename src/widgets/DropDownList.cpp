@@ -1,7 +1,8 @@
 #include "DropDownList.h"
+#include "Colors.h"
 
 #include "platform/Foundation.h"
-#include "service/TextHelpers.h"
+
 
 #include <QMetaMethod>
 
@@ -10,7 +11,16 @@ namespace ekinora::widgets {
 using platform::Button;
 
 DropDownList::DropDownList(const QString& name, QObject* parent)
-    : View(name, parent), m_table(new platform::TableView(QStringLiteral("table"), this)) {}
+    : View(name, parent), m_table(new platform::TableView(QStringLiteral("table"), this)) {
+    m_table->setDataSource([this](int) { return numberOfRows(); },
+                           [this](int, int row) {
+                               return platform::ListRow{QStringLiteral("Cell"),
+                                                        {{QStringLiteral("title"), titleForRow(row)},
+                                                         {QStringLiteral("image"), imageForRow(row)}},
+                                                        QSizeF(m_senderFrame.width(), heightForRow(row))};
+                           });
+    m_table->setDidSelectRow([this](int, int row) { didSelectRow(row); });
+}
 
 void DropDownList::showDropDown(Button* sender, float height, const QStringList& list, const QStringList& imageList,
                                 const QString& direction) {
@@ -86,6 +96,6 @@ void DropDownList::callDelegate() {
 
 QColor DropDownList::tableBackgroundColor() const { return QColor::fromRgbF(0.239f, 0.239f, 0.239f, 1.0f); }
 QColor DropDownList::tableBorderColor() const { return QColor::fromRgbF(1.0f / 3, 1.0f / 3, 1.0f / 3); }
-QColor DropDownList::separatorColor() const { return service::Colors::cerulean(); }
+QColor DropDownList::separatorColor() const { return Colors::cerulean(); }
 
 } // namespace ekinora::widgets

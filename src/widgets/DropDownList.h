@@ -18,8 +18,10 @@ namespace ekinora::widgets {
 // button's geometry into senderFrame.
 class DropDownList : public platform::View {
     Q_OBJECT
-    Q_PROPERTY(QObject* table READ table CONSTANT)
-    Q_PROPERTY(QObject* btnSender READ btnSender NOTIFY changed)
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by its screen.")
+    Q_PROPERTY(ekinora::platform::TableView* table READ table CONSTANT)
+    Q_PROPERTY(ekinora::platform::Button* btnSender READ btnSender NOTIFY changed)
     Q_PROPERTY(QStringList list READ list NOTIFY changed)
     Q_PROPERTY(QStringList imageList READ imageList NOTIFY changed)
     Q_PROPERTY(QString animationDirection READ animationDirection NOTIFY changed)

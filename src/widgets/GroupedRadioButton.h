@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include "platform/Controls.h"
 
 #include <QHash>
@@ -24,6 +26,8 @@ struct EdgeInsets {
 // Its own touchUpInside is the first of its targets, so a screen's action sees the new state.
 class GroupedRadioButton : public platform::Button {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by its screen.")
     // Shadows the control's property, so that QML goes through the group's rules.
     Q_PROPERTY(bool selected READ isSelected WRITE setSelected NOTIFY changed)
     Q_PROPERTY(double iconSize READ iconSize WRITE setIconSize NOTIFY changed)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include <QList>
 #include <QMarginsF>
 #include <QObject>
@@ -21,6 +23,8 @@ struct LayoutAttributes {
 // the top.
 class ProductDetailFlowLayout : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(QSizeF itemSize READ itemSize WRITE setItemSize NOTIFY changed)
     Q_PROPERTY(double minimumInteritemSpacing READ minimumInteritemSpacing WRITE setMinimumInteritemSpacing NOTIFY changed)
     Q_PROPERTY(double minimumLineSpacing READ minimumLineSpacing WRITE setMinimumLineSpacing NOTIFY changed)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
+
 #include "platform/Controls.h"
 #include "platform/Scheduler.h"
 
@@ -14,6 +16,8 @@ namespace ekinora::widgets {
 // A page control: dots for the pages, one of them current. The current page stays within the pages.
 class PageControl : public platform::View {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(int numberOfPages READ numberOfPages WRITE setNumberOfPages NOTIFY changed)
     Q_PROPERTY(int currentPage READ currentPage WRITE setCurrentPage NOTIFY changed)
 public:
@@ -31,6 +35,8 @@ private:
 // An image view placed by frame inside a scroll view.
 class SlideImageView : public platform::ImageView {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(QRectF frame READ frame WRITE setFrame NOTIFY changed)
     Q_PROPERTY(int contentMode READ contentMode WRITE setContentMode NOTIFY changed)
 public:
@@ -50,6 +56,8 @@ private:
 // arrangement, which plays it; the model holds the end value at once, as the platform does.
 class ScrollView : public platform::View {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by its screen.")
     Q_PROPERTY(QRectF frame READ frame WRITE setFrame NOTIFY changed)
     Q_PROPERTY(QSizeF contentSize READ contentSize WRITE setContentSize NOTIFY changed)
     Q_PROPERTY(QPointF contentOffset READ contentOffset NOTIFY changed)
@@ -99,9 +107,11 @@ private:
 // has gone.
 class Slider : public platform::View {
     Q_OBJECT
-    Q_PROPERTY(QObject* customView READ customView CONSTANT)
-    Q_PROPERTY(QObject* pagger READ pagger CONSTANT)
-    Q_PROPERTY(QObject* slider READ slider CONSTANT)
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by its screen.")
+    Q_PROPERTY(ekinora::platform::View* customView READ customView CONSTANT)
+    Q_PROPERTY(ekinora::widgets::PageControl* pagger READ pagger CONSTANT)
+    Q_PROPERTY(ekinora::widgets::ScrollView* slider READ slider CONSTANT)
     Q_PROPERTY(QStringList slides READ slides WRITE setSlides NOTIFY changed)
     Q_PROPERTY(QSizeF size READ size WRITE setSize NOTIFY changed)
     Q_PROPERTY(QString placeholderImage READ placeholderImage CONSTANT)

@@ -1,19 +1,21 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import "qrc:/ekinora/platform/qml"
-import "qrc:/ekinora/widgets"
+import Ekinora.Platform
+import Ekinora.Widgets
+import Ekinora.Accounts
 
 // Sign-in, the registration wizard and the consent pages as panels over one another.
 Rectangle {
     id: root
+    required property LoginViewController controller
     objectName: "LoginViewController"
     color: "white"
 
     readonly property color leaf: "#78b930"
     readonly property color ink: "#333333"
     readonly property color line: "#d5d5d5"
-    readonly property bool registering: !viewRegister.hidden
+    readonly property bool registering: !root.controller.viewRegister.hidden
 
     component Title: Text {
         width: parent.width
@@ -129,8 +131,8 @@ Rectangle {
             color: root.leaf
             font.pixelSize: 18
             anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter }
-            rotation: controller.dropDownCityCounty && controller.dropDownCityCounty.btnSender === place.button
-                      && controller.dropDownCityCounty.senderImageFlipped ? 180 : 0
+            rotation: root.controller.dropDownCityCounty && root.controller.dropDownCityCounty.btnSender === place.button
+                      && root.controller.dropDownCityCounty.senderImageFlipped ? 180 : 0
         }
         PButton {
             id: opener
@@ -157,33 +159,33 @@ Rectangle {
     }
 
     PView {
-        model: viewLogin
+        model: root.controller.viewLogin
         anchors { left: parent.left; right: parent.right; top: header.bottom; bottom: parent.bottom }
 
         PView {
-            model: viewLoginPhone
+            model: root.controller.viewLoginPhone
             anchors { fill: parent; margins: 24 }
             Column {
                 width: parent.width
                 spacing: 16
                 Title { text: "Giriş Yap" }
                 Hint { text: "Cep telefonu numaranızı girin, size bir doğrulama kodu gönderelim." }
-                PTextField { model: txtLoginPhone; width: parent.width; placeholderText: "05XX XXX XX XX"; Accessible.name: "Cep telefonu numarası" }
+                PTextField { model: root.controller.txtLoginPhone; width: parent.width; placeholderText: "05XX XXX XX XX"; Accessible.name: "Cep telefonu numarası" }
                 MainButton { act: "getSmsCodeForLogin"; text: "Kod Gönder" }
                 Hint { text: "Hesabınız yoksa aynı adımlarla kaydınızı oluşturabilirsiniz."; font.pixelSize: 13 }
             }
         }
 
         PView {
-            model: viewLoginCode
+            model: root.controller.viewLoginCode
             anchors { fill: parent; margins: 24 }
             Column {
                 width: parent.width
                 spacing: 16
                 Title { text: "Doğrulama Kodu" }
                 Hint { text: "Telefonunuza gönderilen kodu girin." }
-                PTextField { model: txtLoginPhoneCode; width: parent.width; Accessible.name: "Cep telefonu numarası" }
-                PTextField { model: txtLoginCode; width: parent.width; placeholderText: "SMS kodu"; Accessible.name: "SMS kodu" }
+                PTextField { model: root.controller.txtLoginPhoneCode; width: parent.width; Accessible.name: "Cep telefonu numarası" }
+                PTextField { model: root.controller.txtLoginCode; width: parent.width; placeholderText: "SMS kodu"; Accessible.name: "SMS kodu" }
                 MainButton { act: "validateSmsCodeForLogin"; text: "Giriş Yap" }
             }
         }
@@ -191,44 +193,44 @@ Rectangle {
 
     // The registration wizard; its steps are shown one at a time.
     PView {
-        model: viewRegister
+        model: root.controller.viewRegister
         anchors { left: parent.left; right: parent.right; top: header.bottom; bottom: parent.bottom }
         color: "white"
 
         PView {
-            model: viewRegisterPhone
+            model: root.controller.viewRegisterPhone
             anchors { fill: parent; margins: 24 }
             color: "white"
             Column {
                 width: parent.width
                 spacing: 16
                 Title { text: "Kayıt Ol" }
-                PTextField { model: txtRegisterPhone; width: parent.width; placeholderText: "05XX XXX XX XX"; Accessible.name: "Cep telefonu numarası" }
+                PTextField { model: root.controller.txtRegisterPhone; width: parent.width; placeholderText: "05XX XXX XX XX"; Accessible.name: "Cep telefonu numarası" }
                 MainButton { act: "getSmsCode"; text: "Kod Gönder" }
             }
         }
         PView {
-            model: viewRegisterCode
+            model: root.controller.viewRegisterCode
             anchors { fill: parent; margins: 24 }
             color: "white"
             Column {
                 width: parent.width
                 spacing: 16
                 Title { text: "Doğrulama Kodu" }
-                PTextField { model: txtRegisterPhoneCode; width: parent.width; Accessible.name: "Cep telefonu numarası" }
-                PTextField { model: txtRegisterCode; width: parent.width; placeholderText: "SMS kodu"; Accessible.name: "SMS kodu" }
+                PTextField { model: root.controller.txtRegisterPhoneCode; width: parent.width; Accessible.name: "Cep telefonu numarası" }
+                PTextField { model: root.controller.txtRegisterCode; width: parent.width; placeholderText: "SMS kodu"; Accessible.name: "SMS kodu" }
                 MainButton { act: "validateSmsCode"; text: "Doğrula" }
             }
         }
-        PView { model: viewRegisterActivation; anchors.fill: parent; color: "white" }
+        PView { model: root.controller.viewRegisterActivation; anchors.fill: parent; color: "white" }
 
         // Who registers, then the person and the place.
         PView {
-            model: viewRegisterInfo
+            model: root.controller.viewRegisterInfo
             anchors.fill: parent
             color: "white"
             PView {
-                model: memberShipView
+                model: root.controller.memberShipView
                 anchors { fill: parent; margins: 24 }
                 color: "white"
                 Column {
@@ -236,12 +238,12 @@ Rectangle {
                     spacing: 16
                     Title { text: "Üyelik Türü" }
                     Hint { text: "Ekinora'ya kim olarak katılıyorsunuz?" }
-                    LeafButton { model: farmerButton }
-                    LeafButton { model: dealerButton }
+                    LeafButton { model: root.controller.farmerButton }
+                    LeafButton { model: root.controller.dealerButton }
                 }
             }
             PView {
-                model: nameView
+                model: root.controller.nameView
                 anchors { fill: parent; margins: 24; bottomMargin: 96 }
                 color: "white"
                 Column {
@@ -249,15 +251,15 @@ Rectangle {
                     spacing: 14
                     Title { text: "Kişisel Bilgiler" }
                     Hint { text: "Adınızı, soyadınızı ve yaşadığınız yeri girin. E-posta isteğe bağlıdır." }
-                    PTextField { model: txtName; width: parent.width }
-                    PTextField { model: txtLastName; width: parent.width }
-                    PTextField { model: txtMail; width: parent.width; inputMethodHints: Qt.ImhEmailCharactersOnly }
-                    PlaceField { id: cityPlace; field: txtCity; button: btnCity; purpose: "İl seçimi" }
-                    PlaceField { id: countyPlace; field: txtCounty; button: btnCounty; purpose: "İlçe seçimi" }
+                    PTextField { model: root.controller.txtName; width: parent.width }
+                    PTextField { model: root.controller.txtLastName; width: parent.width }
+                    PTextField { model: root.controller.txtMail; width: parent.width; inputMethodHints: Qt.ImhEmailCharactersOnly }
+                    PlaceField { id: cityPlace; field: root.controller.txtCity; button: root.controller.btnCity; purpose: "İl seçimi" }
+                    PlaceField { id: countyPlace; field: root.controller.txtCounty; button: root.controller.btnCounty; purpose: "İlçe seçimi" }
                 }
             }
             LeafButton {
-                model: devamButton
+                model: root.controller.devamButton
                 anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 }
                 width: undefined
             }
@@ -265,11 +267,11 @@ Rectangle {
 
         // A farmer's crops, or a dealer's shop.
         PView {
-            model: viewRegisterFarm
+            model: root.controller.viewRegisterFarm
             anchors.fill: parent
             color: "white"
             PView {
-                model: ciftciTarlaView
+                model: root.controller.ciftciTarlaView
                 anchors { fill: parent; bottomMargin: 136 }
                 Column {
                     id: cropsHead
@@ -280,26 +282,27 @@ Rectangle {
                 }
                 ListView {
                     id: farmsList
-                    objectName: collFarms.objectName
-                    visible: !collFarms.hidden
+                    objectName: root.controller.collFarms.objectName
+                    visible: !root.controller.collFarms.hidden
                     anchors { left: parent.left; right: parent.right; top: cropsHead.bottom; bottom: parent.bottom; topMargin: 8 }
                     clip: true
                     boundsBehavior: Flickable.StopAtBounds
-                    spacing: controller.minimumLineSpacing(collFarms)
-                    topMargin: controller.sectionInset(collFarms)
-                    bottomMargin: controller.sectionInset(collFarms)
-                    leftMargin: controller.sectionInset(collFarms)
-                    rightMargin: controller.sectionInset(collFarms)
-                    // Cells are read again only when the collection reloads.
-                    property int revision: collFarms.revision
-                    model: { revision; return controller.numberOfItemsInSection(collFarms, 0) }
+                    spacing: root.controller.minimumLineSpacing(root.controller.collFarms)
+                    topMargin: root.controller.sectionInset(root.controller.collFarms)
+                    bottomMargin: root.controller.sectionInset(root.controller.collFarms)
+                    leftMargin: root.controller.sectionInset(root.controller.collFarms)
+                    rightMargin: root.controller.sectionInset(root.controller.collFarms)
+                    onWidthChanged: root.controller.collFarms.size = Qt.size(width, height)
+                    model: root.controller.collFarms.rows
                     delegate: Item {
                         id: farmCell
-                        property int row: index
-                        property var content: { farmsList.revision; return controller.cellForItem(collFarms, index) }
-                        readonly property bool isCrop: content.reuseIdentifier === "FarmCell"
-                        readonly property size cellSize: { farmsList.revision; return controller.sizeForItem(collFarms, index, farmsList.width) }
-                        objectName: content.reuseIdentifier
+                        required property string reuseIdentifier
+                        required property var values
+                        required property size cellSize
+                        required property int row
+                        readonly property var content: values
+                        readonly property bool isCrop: reuseIdentifier === "FarmCell"
+                        objectName: reuseIdentifier
                         width: cellSize.width
                         height: cellSize.height
                         Accessible.role: Accessible.Button
@@ -335,12 +338,12 @@ Rectangle {
                             border.width: 1.5
                             Text { anchors.centerIn: parent; text: "+  Tarla Ekle"; color: root.leaf; font.pixelSize: 18; font.bold: true }
                         }
-                        MouseArea { id: tapFarm; anchors.fill: parent; onClicked: controller.didSelectItem(collFarms, farmCell.row) }
+                        MouseArea { id: tapFarm; anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(farmCell.row) }
                     }
                 }
             }
             PView {
-                model: bayiBilgileriView
+                model: root.controller.bayiBilgileriView
                 anchors { fill: parent; margins: 24; bottomMargin: 136 }
                 color: "white"
                 Column {
@@ -348,9 +351,9 @@ Rectangle {
                     spacing: 14
                     Title { text: "Bayi Bilgileri" }
                     Hint { text: "Bayinizin adını, vergi numarasını ve T.C. Kimlik Numaranızı girin." }
-                    PTextField { model: bayiAdiText; width: parent.width }
-                    PTextField { model: vergiNoText; width: parent.width }
-                    PTextField { model: tcKimlikText; width: parent.width }
+                    PTextField { model: root.controller.bayiAdiText; width: parent.width }
+                    PTextField { model: root.controller.vergiNoText; width: parent.width }
+                    PTextField { model: root.controller.tcKimlikText; width: parent.width }
                 }
             }
             Column {
@@ -362,7 +365,7 @@ Rectangle {
         }
 
         PView {
-            model: viewRegisterFinal
+            model: root.controller.viewRegisterFinal
             anchors { fill: parent; margins: 24 }
             color: "white"
             Column {
@@ -371,19 +374,19 @@ Rectangle {
                 spacing: 28
                 Text { text: "✓"; color: root.leaf; font.pixelSize: 64; anchors.horizontalCenter: parent.horizontalCenter }
                 PLabel {
-                    model: activationLabel
+                    model: root.controller.activationLabel
                     width: parent.width
                     font.pixelSize: 18
                     horizontalAlignment: Text.AlignHCenter
                 }
-                LeafButton { model: completeRegistrationButton }
+                LeafButton { model: root.controller.completeRegistrationButton }
             }
         }
     }
 
     // Editing one crop: its kind, its size and its products.
     PView {
-        model: viewNewProduce
+        model: root.controller.viewNewProduce
         anchors.fill: parent
         color: "#99000000"
         MouseArea { anchors.fill: parent } // nothing under the panel takes touches
@@ -399,18 +402,18 @@ Rectangle {
                 TapRow {
                     act: "openPlantsView"
                     caption: "Ekili ürün"
-                    PLabel { model: lblFarm; width: parent.width; font.pixelSize: 17; color: root.ink }
+                    PLabel { model: root.controller.lblFarm; width: parent.width; font.pixelSize: 17; color: root.ink }
                 }
-                PTextField { model: txtFarmSize; width: parent.width }
+                PTextField { model: root.controller.txtFarmSize; width: parent.width }
                 TapRow {
                     act: "openProductView"
                     caption: "Kullandığınız zirai ürünler"
-                    PLabel { model: lblProduct; width: parent.width; font.pixelSize: 17; color: root.ink }
+                    PLabel { model: root.controller.lblProduct; width: parent.width; font.pixelSize: 17; color: root.ink }
                 }
-                LeafButton { model: btnNewProduce }
-                LeafButton { model: btnUpdateProduce }
+                LeafButton { model: root.controller.btnNewProduce }
+                LeafButton { model: root.controller.btnUpdateProduce }
                 PButton {
-                    model: btnDeleteProduce
+                    model: root.controller.btnDeleteProduce
                     width: parent.width
                     flat: true
                     Material.foreground: "#c62828"
@@ -422,7 +425,7 @@ Rectangle {
 
     // The crop kinds, two a row.
     PView {
-        model: viewPlant
+        model: root.controller.viewPlant
         anchors.fill: parent
         color: "#99000000"
         MouseArea { anchors.fill: parent }
@@ -437,25 +440,27 @@ Rectangle {
                 Title { text: "Ekili Ürün" }
                 GridView {
                     id: plantGrid
-                    objectName: collPlants.objectName
-                    visible: !collPlants.hidden
+                    objectName: root.controller.collPlants.objectName
+                    visible: !root.controller.collPlants.hidden
                     // A grid cell holds its item and the spacing after it: one spacing wider than the
                     // collection, two items and the gap between them fill the collection's width.
                     readonly property real frameWidth: parent.width
-                    width: frameWidth + controller.minimumInteritemSpacing(collPlants)
-                    height: Math.min(constCollPlantHeight.constant, root.height - 200)
+                    width: frameWidth + root.controller.minimumInteritemSpacing(root.controller.collPlants)
+                    height: Math.min(root.controller.constCollPlantHeight.constant, root.height - 200)
                     clip: true
                     boundsBehavior: Flickable.StopAtBounds
-                    property int revision: collPlants.revision
-                    readonly property size itemSize: controller.sizeForItem(collPlants, 0, frameWidth)
-                    cellWidth: itemSize.width + controller.minimumInteritemSpacing(collPlants)
-                    cellHeight: itemSize.height + controller.minimumLineSpacing(collPlants)
-                    model: { revision; return controller.numberOfItemsInSection(collPlants, 0) }
+                    onFrameWidthChanged: root.controller.collPlants.size = Qt.size(frameWidth, height)
+                    readonly property size itemSize: Qt.size((frameWidth - 1) / 2, 50)
+                    cellWidth: itemSize.width + root.controller.minimumInteritemSpacing(root.controller.collPlants)
+                    cellHeight: itemSize.height + root.controller.minimumLineSpacing(root.controller.collPlants)
+                    model: root.controller.collPlants.rows
                     delegate: Rectangle {
                         id: plantCell
-                        property int row: index
-                        property var content: { plantGrid.revision; return controller.cellForItem(collPlants, index) }
-                        objectName: content.reuseIdentifier
+                        required property string reuseIdentifier
+                        required property var values
+                        required property int row
+                        readonly property var content: values
+                        objectName: reuseIdentifier
                         width: plantGrid.itemSize.width
                         height: plantGrid.itemSize.height
                         color: tapPlant.pressed ? "#f1f7ea" : "#f6f6f6"
@@ -469,7 +474,7 @@ Rectangle {
                             font.underline: plantCell.content.underline
                             font.pixelSize: 17
                         }
-                        MouseArea { id: tapPlant; anchors.fill: parent; onClicked: controller.didSelectItem(collPlants, plantCell.row) }
+                        MouseArea { id: tapPlant; anchors.fill: parent; onClicked: root.controller.collPlants.selectRow(plantCell.row) }
                     }
                 }
                 TextAction { act: "removePlantsView"; text: "Kapat"; anchors.horizontalCenter: parent.horizontalCenter }
@@ -479,7 +484,7 @@ Rectangle {
 
     // The agricultural products; up to three are chosen.
     PView {
-        model: viewProduct
+        model: root.controller.viewProduct
         anchors.fill: parent
         color: "#99000000"
         MouseArea { anchors.fill: parent }
@@ -495,18 +500,20 @@ Rectangle {
             }
             ListView {
                 id: productList
-                objectName: tblProducts.objectName
-                visible: !tblProducts.hidden
+                objectName: root.controller.tblProducts.objectName
+                visible: !root.controller.tblProducts.hidden
                 anchors { left: parent.left; right: parent.right; top: productHead.bottom; bottom: productButtons.top; margins: 8 }
                 clip: true
                 boundsBehavior: Flickable.StopAtBounds
-                property int revision: tblProducts.revision
-                model: { revision; return controller.numberOfItemsInSection(tblProducts, 0) }
+                onWidthChanged: root.controller.tblProducts.size = Qt.size(width, height)
+                model: root.controller.tblProducts.rows
                 delegate: Item {
                     id: productCell
-                    property int row: index
-                    property var content: { productList.revision; return controller.cellForItem(tblProducts, index) }
-                    objectName: content.reuseIdentifier
+                    required property string reuseIdentifier
+                    required property var values
+                    required property int row
+                    readonly property var content: values
+                    objectName: reuseIdentifier
                     width: productList.width
                     height: 50
                     Accessible.role: Accessible.Button
@@ -521,7 +528,7 @@ Rectangle {
                         elide: Text.ElideRight
                     }
                     Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom } height: 1; color: "#eeeeee" }
-                    MouseArea { anchors.fill: parent; onClicked: controller.didSelectItem(tblProducts, productCell.row) }
+                    MouseArea { anchors.fill: parent; onClicked: root.controller.tblProducts.selectRow(productCell.row) }
                 }
             }
             Column {
@@ -537,13 +544,13 @@ Rectangle {
     // The open city or county list, over the form.
     DropDownListView {
         anchors.fill: parent
-        model: controller.dropDownCityCounty
+        model: root.controller.dropDownCityCounty
         senders: [cityPlace.buttonItem, countyPlace.buttonItem]
     }
 
     // The farewell after a logout.
     PView {
-        model: viewLogout
+        model: root.controller.viewLogout
         anchors.fill: parent
         color: "white"
         Column {
@@ -557,19 +564,19 @@ Rectangle {
 
     // Consent pages over everything; the one brought to the front last stands on top.
     PView {
-        model: viewKVKK
+        model: root.controller.viewKVKK
         anchors.fill: parent
         color: "white"
-        z: controller.frontPanel === "viewKVKK" ? 12 : 10
+        z: root.controller.frontPanel === "viewKVKK" ? 12 : 10
         Title { id: kvkkTitle; text: "Kullanım Şartları"; x: 24; y: 24; width: parent.width - 48 }
-        PWebView { model: webKVKK; anchors { left: parent.left; right: parent.right; top: kvkkTitle.bottom; bottom: kvkkButton.top; margins: 16 } }
+        PWebView { model: root.controller.webKVKK; anchors { left: parent.left; right: parent.right; top: kvkkTitle.bottom; bottom: kvkkButton.top; margins: 16 } }
         MainButton { id: kvkkButton; act: "acceptKVKK"; text: "Okudum, Onaylıyorum"; width: undefined; anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 } }
     }
     PView {
-        model: viewETK
+        model: root.controller.viewETK
         anchors.fill: parent
         color: "white"
-        z: controller.frontPanel === "viewETK" ? 12 : 10
+        z: root.controller.frontPanel === "viewETK" ? 12 : 10
         Column {
             anchors { left: parent.left; right: parent.right; top: parent.top; margins: 24 }
             spacing: 12
@@ -578,23 +585,23 @@ Rectangle {
             // The rows take the panel's final width (the phone's width less the margins) from the
             // start: a radio button whose width changes after it is made feeds its width back into its
             // own size.
-            Caption { model: btn1Enb }
-            RadioButton { model: radioETK1; width: 342 }
-            Caption { model: btn2Enb }
-            RadioButton { model: radioETK2; width: 342 }
-            Caption { model: btn3Enb }
-            RadioButton { model: radioETK3; width: 342 }
+            Caption { model: root.controller.btn1Enb }
+            RadioButton { model: root.controller.radioETK1; width: 342 }
+            Caption { model: root.controller.btn2Enb }
+            RadioButton { model: root.controller.radioETK2; width: 342 }
+            Caption { model: root.controller.btn3Enb }
+            RadioButton { model: root.controller.radioETK3; width: 342 }
             TextAction { act: "openETKWebView"; text: "Aydınlatma Metnini Oku" }
         }
         MainButton { act: "closeETKView"; text: "Devam"; width: undefined; anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 } }
     }
     PView {
-        model: viewETKWeb
+        model: root.controller.viewETKWeb
         anchors.fill: parent
         color: "white"
-        z: controller.frontPanel === "viewETKWeb" ? 12 : 11
+        z: root.controller.frontPanel === "viewETKWeb" ? 12 : 11
         Title { id: etkTitle; text: "Aydınlatma Metni"; x: 24; y: 24; width: parent.width - 48 }
-        PWebView { model: webviewETK; anchors { left: parent.left; right: parent.right; top: etkTitle.bottom; bottom: etkButton.top; margins: 16 } }
+        PWebView { model: root.controller.webviewETK; anchors { left: parent.left; right: parent.right; top: etkTitle.bottom; bottom: etkButton.top; margins: 16 } }
         MainButton { id: etkButton; act: "closeETKWebView"; text: "Okudum"; width: undefined; anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 } }
     }
 }

@@ -10,34 +10,80 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QThread>
 #include <QTimer>
 
+#include <atomic>
+
 namespace ekinora::analytics {
+
+namespace {
+
+QByteArray loadContainer(const QUrl& root, const QString& dataDir, const QString& containerId,
+                         const std::function<void(const QString&)>& say) {
+    QByteArray resource;
+    QString loadError;
+    QEventLoop loop;
+    RTCContainerLoader loader(
+        containerId,
+        [&](const QByteArray& data, const QString& error) {
+            resource = data;
+            loadError = error;
+            QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection);
+        },
+        {root.toString(QUrl::StripTrailingSlash) + QStringLiteral("/tags"), dataDir});
+    loader.start();
+    loop.exec();
+    if (resource.isEmpty()) say(QStringLiteral("container %1 not loaded: %2").arg(containerId, loadError));
+    else say(QStringLiteral("container %1 loaded, %2 bytes").arg(containerId).arg(resource.size()));
+    return resource;
+}
+
+} // namespace
+
+int runTagViews(const QUrl& root, const QString& dataDir, QString containerId, int first, int count,
+                const std::function<void(const QString&)>& say) {
+    if (containerId.isEmpty()) containerId = RTCContainerLoader::defaultContainerId();
+    const QByteArray resource = loadContainer(root, dataDir, containerId, say);
+    if (resource.isEmpty()) return 1;
+
+    RTCHitStore hitStore(dataDir + QStringLiteral("/tags"));
+    SerialQueue schedulerQueue(QStringLiteral("RTCDispatchScheduler"));
+    RTCDispatchScheduler scheduler(schedulerQueue, hitStore);
+    RTCRuntime runtime(containerId, resource, &hitStore, &scheduler);
+    std::atomic<int> sent{0};
+    scheduler.onHitsSent = [&](int ok, int) { sent += ok; };
+    for (int i = first; i < first + count; ++i)
+        runtime.evaluateEvent(QStringLiteral("screen_view"),
+                              {{QStringLiteral("screen"), QStringLiteral("Ekran%1").arg(i)},
+                               {QStringLiteral("hitId"), QStringLiteral("view-%1").arg(i)}});
+    hitStore.sync();
+    say(QStringLiteral("tag hits queued %1").arg(count));
+
+    // A cycle sends at most one fetch; the next look would wait 120 seconds, so start it at once.
+    for (;;) {
+        while (scheduler.state() == RTCDispatchScheduler::Dispatching) QThread::msleep(5);
+        bool left = false;
+        QEventLoop fetched;
+        hitStore.fetchHitsWithLimit(1, [&](const QList<RTCHit>& hits) {
+            left = !hits.isEmpty();
+            QMetaObject::invokeMethod(&fetched, "quit", Qt::QueuedConnection);
+        });
+        fetched.exec();
+        if (!left) break;
+        scheduler.start();
+        QThread::msleep(5);
+    }
+    say(QStringLiteral("tag hits sent %1").arg(sent.load()));
+    return 0;
+}
 
 int runTagEvent(const QUrl& root, const QString& dataDir, QString containerId, const QString& eventName,
                 const QVariantMap& parameters, const std::function<void(const QString&)>& say) {
     if (containerId.isEmpty()) containerId = RTCContainerLoader::defaultContainerId();
 
-    QByteArray resource;
-    QString loadError;
-    {
-        QEventLoop loop;
-        RTCContainerLoader loader(
-            containerId,
-            [&](const QByteArray& data, const QString& error) {
-                resource = data;
-                loadError = error;
-                QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection);
-            },
-            {root.toString(QUrl::StripTrailingSlash) + QStringLiteral("/tags"), dataDir});
-        loader.start();
-        loop.exec();
-    }
-    if (resource.isEmpty()) {
-        say(QStringLiteral("container %1 not loaded: %2").arg(containerId, loadError));
-        return 1;
-    }
-    say(QStringLiteral("container %1 loaded, %2 bytes").arg(containerId).arg(resource.size()));
+    const QByteArray resource = loadContainer(root, dataDir, containerId, say);
+    if (resource.isEmpty()) return 1;
 
     RAIBatchingDispatcher dispatcher(dataDir + QStringLiteral("/hits.sqlite"), RAIEndpoints::forRoot(root));
     dispatcher.setDispatchInterval(0);

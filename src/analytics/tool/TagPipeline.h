@@ -13,4 +13,9 @@ namespace ekinora::analytics {
 int runTagEvent(const QUrl& root, const QString& dataDir, QString containerId, const QString& eventName,
                 const QVariantMap& parameters, const std::function<void(const QString&)>& say);
 
+// Evaluates `count` screen views numbered first.., each queuing a tag hit with its own unique id, and
+// starts the scheduler again after each cycle until every tag hit has gone.
+int runTagViews(const QUrl& root, const QString& dataDir, QString containerId, int first, int count,
+                const std::function<void(const QString&)>& say);
+
 } // namespace ekinora::analytics

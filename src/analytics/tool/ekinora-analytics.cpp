@@ -100,7 +100,7 @@ int main(int argc, char** argv) {
         {QStringLiteral("quiet"), QStringLiteral("No log lines.")},
     });
     parser.addPositionalArgument(QStringLiteral("command"),
-                                 QStringLiteral("queue N | dispatch | status | event NAME [key=value ...]"));
+                                 QStringLiteral("queue N | dispatch | status | tags N | event NAME [key=value ...]"));
     parser.process(app);
     const QStringList args = parser.positionalArguments();
     if (args.isEmpty()) parser.showHelp(2);
@@ -124,6 +124,10 @@ int main(int argc, char** argv) {
         }
         return runTagEvent(root, dataDir, parser.value(QStringLiteral("container")), args.at(1), parameters, say);
     }
+
+    if (command == QLatin1String("tags") && args.size() == 2)
+        return runTagViews(root, dataDir, parser.value(QStringLiteral("container")),
+                           parser.value(QStringLiteral("from")).toInt(), args.at(1).toInt(), say);
 
     RAIBatchingDispatcher dispatcher(dataDir + QStringLiteral("/hits.sqlite"), RAIEndpoints::forRoot(root));
     dispatcher.setDispatchInterval(0); // this program dispatches when told

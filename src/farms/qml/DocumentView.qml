@@ -1,11 +1,14 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import "qrc:/ekinora/platform/qml"
+import Ekinora.Platform
+import Ekinora.Widgets
+import Ekinora.Farms
 
 // A document under its own bar: the close button and the document's title.
 Rectangle {
     id: root
+    required property DocumentViewController controller
     objectName: "DocumentViewController"
     color: "white"
 
@@ -24,10 +27,10 @@ Rectangle {
             Material.foreground: "white"
             palette.buttonText: "white"
             Accessible.name: "Kapat"
-            onClicked: controller.close()
+            onClicked: root.controller.close()
         }
         PLabel {
-            model: navBar
+            model: root.controller.navBar
             anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 56; rightMargin: 56 }
             horizontalAlignment: Text.AlignHCenter
             color: "white"
@@ -36,7 +39,7 @@ Rectangle {
         }
     }
     PWebView {
-        model: webViewDocument
+        model: root.controller.webViewDocument
         anchors { left: parent.left; right: parent.right; top: bar.bottom; bottom: parent.bottom }
     }
 }

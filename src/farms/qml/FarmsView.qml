@@ -1,67 +1,21 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import "qrc:/ekinora/platform/qml"
+import Ekinora.Platform
+import Ekinora.Widgets
+import Ekinora.Farms
 
 // The farm cards, with the adding cell after the last one, and the panels of one farm: the farm itself,
 // its crop and its products.
 Rectangle {
     id: root
+    required property FarmsViewController controller
     objectName: "FarmsViewController"
-    color: "#f2f4ef"
-
-    readonly property color leaf: "#78b930"
-    readonly property color ink: "#333333"
-
-    component ActionButton: Button {
-        font.capitalization: Font.MixedCase
-        property string act: ""
-        objectName: act
-        implicitHeight: 48
-        font.pixelSize: 16
-        flat: true
-        palette.buttonText: root.leaf
-        Material.foreground: root.leaf
-        Accessible.name: text
-        onClicked: controller[act]()
-    }
-    component Caption: Text {
-        color: "#7a7a7a"
-        font.pixelSize: 13
-    }
-    // A chosen value that opens its panel when tapped.
-    component Choice: Rectangle {
-        id: choice
-        property string act: ""
-        property alias label: labelItem.model
-        property string purpose: ""
-        objectName: act
-        width: parent.width
-        height: Math.max(48, labelItem.implicitHeight + 24)
-        radius: 6
-        color: "white"
-        border.color: "#d6d9d2"
-        Accessible.role: Accessible.Button
-        Accessible.name: purpose + ": " + labelItem.text
-        PLabel {
-            id: labelItem
-            anchors { left: parent.left; right: arrow.left; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 8 }
-            font.pixelSize: 16
-            color: root.ink
-        }
-        Text {
-            id: arrow
-            anchors { right: parent.right; verticalCenter: parent.verticalCenter; rightMargin: 12 }
-            text: "›"
-            font.pixelSize: 24
-            color: "#9b9b9b"
-        }
-        MouseArea { anchors.fill: parent; onClicked: controller[choice.act]() }
-    }
+    color: Theme.page
 
     // Above the list when it holds three farms: the list moves down to make room.
     PLabel {
-        model: lblProductAlert
+        model: root.controller.lblProductAlert
         anchors { left: parent.left; right: parent.right; top: parent.top; leftMargin: 16; rightMargin: 16; topMargin: 8 }
         height: 24
         font.pixelSize: 13
@@ -74,20 +28,23 @@ Rectangle {
     ListView {
         id: farms
         objectName: "collFarms"
-        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; top: parent.top; topMargin: constCollTopMargin.constant }
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; top: parent.top; topMargin: root.controller.constCollTopMargin.constant }
         clip: true
         spacing: 16
         topMargin: 16
         bottomMargin: 16
         boundsBehavior: Flickable.StopAtBounds
-        property int revision: collFarms.revision
-        model: { revision; return controller.numberOfItemsInSection("collFarms", 0) }
+        model: root.controller.collFarms.rows
+        onWidthChanged: root.controller.collFarms.size = Qt.size(width, height)
 
         delegate: Item {
             id: slot
-            property int row: index
-            property var content: { farms.revision; return controller.cellForItem("collFarms", index) }
-            property size itemSize: { farms.revision; return controller.sizeForItem("collFarms", index, farms.width) }
+            required property string reuseIdentifier
+            required property var values
+            required property size cellSize
+            required property int row
+            readonly property var content: values
+            readonly property size itemSize: cellSize
             width: farms.width
             height: itemSize.height
 
@@ -95,7 +52,7 @@ Rectangle {
             Rectangle {
                 objectName: "FarmCell"
                 property int row: slot.row
-                visible: slot.content.reuseIdentifier === "FarmCell"
+                visible: slot.reuseIdentifier === "FarmCell"
                 x: (farms.width - width) / 2
                 width: slot.itemSize.width
                 height: slot.itemSize.height
@@ -156,39 +113,39 @@ Rectangle {
                         style: Text.Raised; styleColor: "#40000000"
                     }
                 }
-                MouseArea { anchors.fill: parent; onClicked: controller.didSelectItem("collFarms", slot.row) }
+                MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(slot.row) }
             }
 
             // The cell that adds a farm.
             Rectangle {
                 objectName: "NewFarmCell"
                 property int row: slot.row
-                visible: slot.content.reuseIdentifier === "NewFarmCell"
+                visible: slot.reuseIdentifier === "NewFarmCell"
                 x: (farms.width - width) / 2
                 width: slot.itemSize.width
                 height: slot.itemSize.height
                 radius: 3
                 color: "white"
-                border.color: root.leaf
+                border.color: Theme.leaf
                 border.width: 1
                 Accessible.role: Accessible.Button
                 Accessible.name: "Yeni Tarla Ekle"
                 Row {
                     anchors.centerIn: parent
                     spacing: 10
-                    Text { text: "+"; color: root.leaf; font.pixelSize: 28; anchors.verticalCenter: parent.verticalCenter }
-                    Text { text: "Yeni Tarla Ekle"; color: root.leaf; font.pixelSize: 17; font.bold: true; anchors.verticalCenter: parent.verticalCenter }
+                    Text { text: "+"; color: Theme.leaf; font.pixelSize: 28; anchors.verticalCenter: parent.verticalCenter }
+                    Text { text: "Yeni Tarla Ekle"; color: Theme.leaf; font.pixelSize: 17; font.bold: true; anchors.verticalCenter: parent.verticalCenter }
                 }
-                MouseArea { anchors.fill: parent; onClicked: controller.didSelectItem("collFarms", slot.row) }
+                MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(slot.row) }
             }
         }
     }
 
     // One farm: its crop, its size and its products, and what can be done with it.
     PView {
-        model: viewNewProduce
+        model: root.controller.viewNewProduce
         anchors.fill: parent
-        color: "#f2f4ef"
+        color: Theme.page
         MouseArea { anchors.fill: parent } // the list below takes no touches while the panel is open
 
         Flickable {
@@ -207,41 +164,34 @@ Rectangle {
                         anchors { left: parent.left; verticalCenter: parent.verticalCenter }
                         text: "Tarla Bilgileri"
                         font.pixelSize: 20; font.bold: true
-                        color: root.ink
+                        color: Theme.ink
                     }
                     ActionButton {
                         act: "removeNewProduceView"
+                        onClicked: root.controller.removeNewProduceView()
                         anchors { right: parent.right; verticalCenter: parent.verticalCenter }
                         text: "Vazgeç"
                     }
                 }
                 Caption { text: "Ekili ürün" }
-                Choice { act: "openPlantsView"; label: lblFarm; purpose: "Ekili ürün" }
+                Choice { width: parent.width; act: "openPlantsView"; onTriggered: root.controller.openPlantsView(); label: root.controller.lblFarm; purpose: "Ekili ürün" }
                 Item { width: 1; height: 4 }
                 Caption { text: "Tarla büyüklüğü (dekar)" }
-                PTextField { model: txtFarmSize; width: parent.width; Accessible.name: "Tarla büyüklüğü (dekar)" }
+                PTextField { model: root.controller.txtFarmSize; width: parent.width; Accessible.name: "Tarla büyüklüğü (dekar)" }
                 Item { width: 1; height: 4 }
                 Caption { text: "Kullandığınız zirai ürünler (en fazla 3)" }
-                Choice { act: "openProductView"; label: lblProduct; purpose: "Zirai ürünler" }
+                Choice { width: parent.width; act: "openProductView"; onTriggered: root.controller.openProductView(); label: root.controller.lblProduct; purpose: "Zirai ürünler" }
                 Item { width: 1; height: 12 }
-                PButton {
-                    model: btnNewProduce
+                FilledButton {
+                    model: root.controller.btnNewProduce
                     width: parent.width
-                    implicitHeight: 50
-                    font.pixelSize: 17; font.bold: true
-                    Material.foreground: "white"
-                    background: Rectangle { radius: 6; color: parent.down ? Qt.darker(root.leaf, 1.15) : root.leaf }
+                }
+                FilledButton {
+                    model: root.controller.btnUpdateProduce
+                    width: parent.width
                 }
                 PButton {
-                    model: btnUpdateProduce
-                    width: parent.width
-                    implicitHeight: 50
-                    font.pixelSize: 17; font.bold: true
-                    Material.foreground: "white"
-                    background: Rectangle { radius: 6; color: parent.down ? Qt.darker(root.leaf, 1.15) : root.leaf }
-                }
-                PButton {
-                    model: btnDeleteProduce
+                    model: root.controller.btnDeleteProduce
                     width: parent.width
                     implicitHeight: 48
                     flat: true
@@ -254,7 +204,7 @@ Rectangle {
 
     // The crops, two a row; the chosen one underlined in green.
     PView {
-        model: viewPlant
+        model: root.controller.viewPlant
         anchors.fill: parent
         color: "#99000000"
         MouseArea { anchors.fill: parent }
@@ -271,10 +221,11 @@ Rectangle {
                     anchors { left: parent.left; leftMargin: 16; verticalCenter: parent.verticalCenter }
                     text: "Ekili Ürün"
                     font.pixelSize: 18; font.bold: true
-                    color: root.ink
+                    color: Theme.ink
                 }
                 ActionButton {
                     act: "removePlantsView"
+                    onClicked: root.controller.removePlantsView()
                     anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
                     text: "Kapat"
                 }
@@ -283,11 +234,11 @@ Rectangle {
                 id: plants
                 objectName: "collPlants"
                 anchors { top: plantsHeader.bottom; left: parent.left; right: parent.right }
-                height: constCollPlantHeight.constant
+                height: root.controller.constCollPlantHeight.constant
                 contentHeight: grid.height
                 clip: true
                 boundsBehavior: Flickable.StopAtBounds
-                property int revision: collPlants.revision
+                onWidthChanged: root.controller.collPlants.size = Qt.size(width, height)
                 Rectangle { width: grid.width; height: grid.height; color: "#e6e8e2" } // the lines between cells
                 Grid {
                     id: grid
@@ -296,15 +247,17 @@ Rectangle {
                     rowSpacing: 1
                     columnSpacing: 1
                     Repeater {
-                        model: { plants.revision; return controller.numberOfItemsInSection("collPlants", 0) }
+                        model: root.controller.collPlants.rows
                         delegate: Rectangle {
                             id: plantCell
-                            objectName: "PlantCell"
-                            property int row: index
-                            property var content: { plants.revision; return controller.cellForItem("collPlants", index) }
-                            property size itemSize: controller.sizeForItem("collPlants", index, plants.width)
-                            width: itemSize.width
-                            height: itemSize.height
+                            required property string reuseIdentifier
+                            required property var values
+                            required property size cellSize
+                            required property int row
+                            readonly property var content: values
+                            objectName: reuseIdentifier
+                            width: cellSize.width
+                            height: cellSize.height
                             color: "white"
                             Accessible.role: Accessible.Button
                             Accessible.name: content.lblPlantName || ""
@@ -315,11 +268,11 @@ Rectangle {
                                 horizontalAlignment: Text.AlignHCenter
                                 elide: Text.ElideRight
                                 text: plantCell.content.lblPlantName || ""
-                                color: plantCell.content.textColor || root.ink
+                                color: plantCell.content.textColor || Theme.ink
                                 font.underline: plantCell.content.underline || false
                                 font.pixelSize: 16
                             }
-                            MouseArea { anchors.fill: parent; onClicked: controller.didSelectItem("collPlants", plantCell.row) }
+                            MouseArea { anchors.fill: parent; onClicked: root.controller.collPlants.selectRow(plantCell.row) }
                         }
                     }
                 }
@@ -329,7 +282,7 @@ Rectangle {
 
     // The products, at most three chosen; the chosen ones underlined in green.
     PView {
-        model: viewProduct
+        model: root.controller.viewProduct
         anchors.fill: parent
         color: "#99000000"
         MouseArea { anchors.fill: parent }
@@ -345,7 +298,7 @@ Rectangle {
                     anchors { left: parent.left; leftMargin: 16; verticalCenter: parent.verticalCenter }
                     text: "Zirai Ürünler"
                     font.pixelSize: 18; font.bold: true
-                    color: root.ink
+                    color: Theme.ink
                 }
                 Caption {
                     anchors { right: parent.right; rightMargin: 16; verticalCenter: parent.verticalCenter }
@@ -358,36 +311,19 @@ Rectangle {
                 anchors { top: productsHeader.bottom; left: parent.left; right: parent.right; bottom: productButtons.top }
                 clip: true
                 boundsBehavior: Flickable.StopAtBounds
-                property int revision: tblProducts.revision
-                model: { revision; return controller.numberOfItemsInSection("tblProducts", 0) }
-                delegate: Item {
-                    id: productCell
-                    objectName: "ProductCell"
-                    property int row: index
-                    property var content: { products.revision; return controller.cellForItem("tblProducts", index) }
-                    width: products.width
-                    height: controller.sizeForItem("tblProducts", index, products.width).height
+                model: root.controller.tblProducts.rows
+                onWidthChanged: root.controller.tblProducts.size = Qt.size(width, height)
+                delegate: ListCell {
                     Accessible.role: Accessible.CheckBox
-                    Accessible.name: content.textLabel || ""
-                    Text {
-                        objectName: "textLabel"
-                        anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 16; rightMargin: 16 }
-                        elide: Text.ElideRight
-                        text: productCell.content.textLabel || ""
-                        color: productCell.content.textColor || root.ink
-                        font.underline: productCell.content.underline || false
-                        font.pixelSize: 16
-                    }
-                    Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom; leftMargin: 16 } height: 1; color: "#ececec" }
-                    MouseArea { anchors.fill: parent; onClicked: controller.didSelectItem("tblProducts", productCell.row) }
+                    onTapped: (row) => root.controller.tblProducts.selectRow(row)
                 }
             }
             Row {
                 id: productButtons
                 anchors { bottom: parent.bottom; right: parent.right; rightMargin: 8; bottomMargin: 4 }
                 spacing: 4
-                ActionButton { act: "removeProductView"; text: "Vazgeç" }
-                ActionButton { act: "acceptProductView"; text: "Tamam"; font.bold: true }
+                ActionButton { act: "removeProductView"; onClicked: root.controller.removeProductView(); text: "Vazgeç" }
+                ActionButton { act: "acceptProductView"; onClicked: root.controller.acceptProductView(); text: "Tamam"; font.bold: true }
             }
         }
     }

@@ -1,12 +1,15 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import "qrc:/ekinora/platform/qml"
+import Ekinora.Platform
+import Ekinora.Widgets
+import Ekinora.Farms
 
 // The crop calendar: the banner with its shade, the title between the close and edit buttons, the
 // chain of periods, and the three pest lists, each beside its upright name.
 Rectangle {
     id: root
+    required property ProductDetailViewController controller
     objectName: "ProductDetailViewController"
     color: "#f3f5f0"
 
@@ -16,7 +19,7 @@ Rectangle {
     // Under the banner, so that the white names read before a picture comes.
     Rectangle { width: parent.width; height: root.header; color: "#3a4a2c" }
     PImageView {
-        model: imgBannerCrop
+        model: root.controller.imgBannerCrop
         width: parent.width
         height: 200
         fillMode: Image.PreserveAspectCrop
@@ -24,9 +27,9 @@ Rectangle {
         Accessible.name: "Ürün görseli"
     }
     PView {
-        model: viewBannerShade
+        model: root.controller.viewBannerShade
         width: parent.width
-        height: constBannerShadeHeight.constant
+        height: root.controller.constBannerShadeHeight.constant
     }
 
     // The bar: close, title, edit.
@@ -35,7 +38,7 @@ Rectangle {
         anchors { left: parent.left; right: parent.right; top: parent.top; topMargin: 8 }
         height: 64
         PButton {
-            model: btnCancel
+            model: root.controller.btnCancel
             anchors { left: parent.left; leftMargin: 4; verticalCenter: parent.verticalCenter }
             flat: true
             Material.foreground: "white"
@@ -44,7 +47,7 @@ Rectangle {
             Accessible.name: model.title.length > 0 ? model.title : "Kapat"
         }
         PLabel {
-            model: lblTitle
+            model: root.controller.lblTitle
             anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 92; rightMargin: 92 }
             horizontalAlignment: Text.AlignHCenter
             color: "white"
@@ -52,7 +55,7 @@ Rectangle {
             font.bold: true
         }
         PButton {
-            model: btnEdit
+            model: root.controller.btnEdit
             anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
             flat: true
             Material.foreground: "white"
@@ -66,23 +69,23 @@ Rectangle {
     Flickable {
         id: periods
         objectName: "collPeriods"
-        readonly property real side: controller.periodItemSide
+        readonly property real side: root.controller.periodItemSide
         y: 120
         width: parent.width
         height: side
-        visible: !collPeriods.hidden
+        visible: !root.controller.collPeriods.hidden
         clip: true
-        contentWidth: collPeriods.cells.length * side
+        contentWidth: root.controller.collPeriods.cells.length * side
         contentHeight: height
         flickableDirection: Flickable.HorizontalFlick
         boundsBehavior: Flickable.StopAtBounds
-        onWidthChanged: collPeriods.size = Qt.size(width, height)
-        onHeightChanged: collPeriods.size = Qt.size(width, height)
+        onWidthChanged: root.controller.collPeriods.size = Qt.size(width, height)
+        onHeightChanged: root.controller.collPeriods.size = Qt.size(width, height)
         ScrollBar.horizontal: ScrollBar { id: periodsBar; policy: ScrollBar.AsNeeded }
         Accessible.name: "Dönemler"
 
         Repeater {
-            model: collPeriods.cells
+            model: root.controller.collPeriods.cells
             delegate: Item {
                 id: cell
                 readonly property QtObject m: modelData
@@ -129,13 +132,13 @@ Rectangle {
                     font.pixelSize: 13
                     font.bold: !Qt.colorEqual(cell.m.lblTitle.textColor, "white")
                 }
-                MouseArea { anchors.fill: parent; onClicked: collPeriods.selectItem(cell.section, cell.row) }
+                MouseArea { anchors.fill: parent; onClicked: root.controller.collPeriods.selectItem(cell.section, cell.row) }
             }
         }
 
         NumberAnimation { id: periodsScroll; target: periods; property: "contentX"; duration: 350; easing.type: Easing.InOutQuad }
         Connections {
-            target: collPeriods
+            target: root.controller.collPeriods
             function onScrollToItemRequested(section, item, position, animated) {
                 var centre = item * periods.side + periods.side / 2
                 var to = Math.max(0, Math.min(centre - periods.width / 2, periods.contentWidth - periods.width))
@@ -156,9 +159,9 @@ Rectangle {
             id: lists
             width: parent.width
             topPadding: 4
-            PestList { panel: viewYabanciOtlar; sideLabel: lblYabanciOtlar; collection: collYabanciOtlar; layout: layoutYabanciOtlar }
-            PestList { panel: viewZararliCanlilar; sideLabel: lblZararliCanlilar; collection: collZararliCanlilar; layout: layoutZararliCanlilar }
-            PestList { panel: viewHastaliklar; sideLabel: lblHastaliklar; collection: collHastaliklar; layout: layoutHastaliklar }
+            PestList { panel: root.controller.viewYabanciOtlar; sideLabel: lblYabanciOtlar; collection: root.controller.collYabanciOtlar; layout: root.controller.layoutYabanciOtlar }
+            PestList { panel: root.controller.viewZararliCanlilar; sideLabel: lblZararliCanlilar; collection: root.controller.collZararliCanlilar; layout: root.controller.layoutZararliCanlilar }
+            PestList { panel: root.controller.viewHastaliklar; sideLabel: lblHastaliklar; collection: root.controller.collHastaliklar; layout: root.controller.layoutHastaliklar }
         }
     }
 

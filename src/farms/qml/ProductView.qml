@@ -1,16 +1,19 @@
 import QtQuick
 import QtQuick.Controls
-import "qrc:/ekinora/platform/qml"
+import Ekinora.Platform
+import Ekinora.Widgets
+import Ekinora.Farms
 
 // One product as a card: picture and name, and a way to close it.
 Rectangle {
     id: root
+    required property ProductViewController controller
     objectName: "ProductViewController"
     color: "#80000000"
     MouseArea { anchors.fill: parent }
 
     PView {
-        model: viewProduct
+        model: root.controller.viewProduct
         anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 32 }
         height: 320
         radius: 8
@@ -18,8 +21,8 @@ Rectangle {
         Column {
             anchors { fill: parent; margins: 16 }
             spacing: 12
-            PImageView { model: imageLogo; width: parent.width; height: 180; Accessible.name: "Ürün görseli" }
-            PLabel { model: labelName; width: parent.width; horizontalAlignment: Text.AlignHCenter; font.pixelSize: 18; font.bold: true }
+            PImageView { model: root.controller.imageLogo; width: parent.width; height: 180; Accessible.name: "Ürün görseli" }
+            PLabel { model: root.controller.labelName; width: parent.width; horizontalAlignment: Text.AlignHCenter; font.pixelSize: 18; font.bold: true }
         }
     }
     Button {
@@ -28,6 +31,6 @@ Rectangle {
         width: 48; height: 48
         text: "✕"
         Accessible.name: "Kapat"
-        onClicked: controller.closeView()
+        onClicked: root.controller.closeView()
     }
 }

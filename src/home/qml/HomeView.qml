@@ -1,13 +1,15 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import "qrc:/ekinora/platform/qml"
-import "qrc:/ekinora/widgets"
+import Ekinora.Platform
+import Ekinora.Widgets
+import Ekinora.Home
 
 // The farmer's home: today's weather card, the market and contact buttons, the farm cards, and the
 // panels over them (adding a farm, its crop and products, the consent questions and notice).
 Rectangle {
     id: root
+    required property ViewController controller
     objectName: "ViewController"
     color: "#f3f5f0"
 
@@ -82,7 +84,7 @@ Rectangle {
                 }
 
                 PLabel {
-                    model: lblWeatherLocation
+                    model: root.controller.lblWeatherLocation
                     anchors { left: parent.left; top: parent.top; leftMargin: 16; topMargin: 14 }
                     width: parent.width - 150
                     color: "white"
@@ -90,14 +92,14 @@ Rectangle {
                     font.bold: true
                 }
                 PLabel {
-                    model: lblWeatherDate
+                    model: root.controller.lblWeatherDate
                     anchors { right: parent.right; top: parent.top; rightMargin: 16; topMargin: 18 }
                     color: "white"
                     font.pixelSize: 14
                 }
                 PImageView {
                     id: icon
-                    model: imgWeatherCondition
+                    model: root.controller.imgWeatherCondition
                     anchors { left: parent.left; leftMargin: 12; top: parent.top; topMargin: 50 }
                     width: 88; height: 88
                     Accessible.name: "Hava durumu simgesi"
@@ -106,7 +108,7 @@ Rectangle {
                     id: temperature
                     anchors { left: icon.right; leftMargin: 8; top: icon.top; topMargin: 4 }
                     PLabel {
-                        model: lblWeatherTemprature
+                        model: root.controller.lblWeatherTemprature
                         color: "white"
                         font.pixelSize: 52
                         font.bold: true
@@ -114,7 +116,7 @@ Rectangle {
                     Text { text: "°C"; color: "white"; font.pixelSize: 22; topPadding: 8 }
                 }
                 PLabel {
-                    model: lblWeatherCondition
+                    model: root.controller.lblWeatherCondition
                     anchors { left: temperature.left; top: temperature.bottom }
                     width: 130
                     color: "white"
@@ -127,7 +129,7 @@ Rectangle {
                         Caption { text: "Yağış" }
                         Row {
                             spacing: 4
-                            PLabel { model: lblWeatherRain; color: "white"; font.pixelSize: 18; font.bold: true }
+                            PLabel { model: root.controller.lblWeatherRain; color: "white"; font.pixelSize: 18; font.bold: true }
                             Text { text: "mm"; color: "white"; font.pixelSize: 14; anchors.baseline: parent.children[0].baseline }
                         }
                     }
@@ -135,7 +137,7 @@ Rectangle {
                         Caption { text: "Rüzgar" }
                         Row {
                             spacing: 4
-                            PLabel { model: lblWeatherWind; color: "white"; font.pixelSize: 18; font.bold: true }
+                            PLabel { model: root.controller.lblWeatherWind; color: "white"; font.pixelSize: 18; font.bold: true }
                             Text { text: "km/sa"; color: "white"; font.pixelSize: 14; anchors.baseline: parent.children[0].baseline }
                         }
                     }
@@ -147,7 +149,7 @@ Rectangle {
                 x: 16
                 spacing: 12
                 PView {
-                    model: viewEvent
+                    model: root.controller.viewEvent
                     width: (content.width - 32 - 12) / 2
                     height: 52
                     radius: 8
@@ -162,7 +164,7 @@ Rectangle {
                     MouseArea {
                         objectName: "openEventView"
                         anchors.fill: parent
-                        onClicked: controller.openEventView()
+                        onClicked: root.controller.openEventView()
                         Accessible.role: Accessible.Button
                         Accessible.name: "Tarım Borsası"
                     }
@@ -187,10 +189,10 @@ Rectangle {
             // The note at the limit stands in the space the list moves down by.
             Item {
                 width: parent.width
-                height: constCollTopMargin.constant
+                height: root.controller.constCollTopMargin.constant
                 visible: height > 0
                 PLabel {
-                    model: lblProductAlert
+                    model: root.controller.lblProductAlert
                     anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 16; rightMargin: 16 }
                     color: "#c0392b"
                     font.pixelSize: 14
@@ -204,24 +206,26 @@ Rectangle {
                 objectName: "collFarms"
                 width: parent.width
                 height: farmColumn.height
-                visible: !collFarms.hidden
-                property int revision: collFarms.revision
+                visible: !root.controller.collFarms.hidden
+                onWidthChanged: root.controller.collFarms.size = Qt.size(width, height)
 
                 Column {
                     id: farmColumn
                     x: 16
                     spacing: 16
                     Repeater {
-                        model: { farms.revision; return controller.collFarmsNumberOfItems() }
+                        model: root.controller.collFarms.rows
                         delegate: Item {
                             id: cell
-                            property int row: index
-                            property int section: 0
-                            property var content: { farms.revision; return controller.collFarmsCell(index) }
-                            property size size: { farms.revision; return controller.collFarmsSizeForItem(index, farms.width) }
-                            objectName: content.reuseIdentifier || ""
-                            width: size.width
-                            height: size.height
+                            required property string reuseIdentifier
+                            required property var values
+                            required property size cellSize
+                            required property int row
+                            required property int section
+                            readonly property var content: values
+                            objectName: reuseIdentifier
+                            width: cellSize.width
+                            height: cellSize.height
                             Accessible.role: Accessible.Button
                             Accessible.name: content.reuseIdentifier === "FarmCell" ? content.lblFarm : "Tarla Ekle"
 
@@ -289,7 +293,7 @@ Rectangle {
                                     font.bold: true
                                 }
                             }
-                            MouseArea { anchors.fill: parent; onClicked: controller.collFarmsDidSelectItem(cell.row) }
+                            MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(cell.row) }
                         }
                     }
                 }
@@ -299,7 +303,7 @@ Rectangle {
 
     // Adding a farm: crop, size and products.
     PView {
-        model: viewNewProduce
+        model: root.controller.viewNewProduce
         anchors.fill: parent
         color: "transparent"
         Dim {}
@@ -318,28 +322,28 @@ Rectangle {
                 Rectangle {
                     width: parent.width; height: 48; radius: 6
                     border.color: "#cccccc"
-                    PLabel { model: lblFarm; anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 32 } }
+                    PLabel { model: root.controller.lblFarm; anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 32 } }
                     Text { anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter } text: "›"; font.pixelSize: 22; color: root.soft }
                     MouseArea {
                         objectName: "openPlantsView"
                         anchors.fill: parent
-                        onClicked: controller.openPlantsView()
+                        onClicked: root.controller.openPlantsView()
                         Accessible.role: Accessible.Button
                         Accessible.name: "Ürün seç"
                     }
                 }
                 Text { text: "Tarla büyüklüğü (dekar)"; color: root.soft; font.pixelSize: 13 }
-                PTextField { model: txtFarmSize; width: parent.width; placeholderText: "Örneğin 120"; Accessible.name: "Tarla büyüklüğü" }
+                PTextField { model: root.controller.txtFarmSize; width: parent.width; placeholderText: "Örneğin 120"; Accessible.name: "Tarla büyüklüğü" }
                 Text { text: "Zirai ürünler"; color: root.soft; font.pixelSize: 13 }
                 Rectangle {
                     width: parent.width; height: Math.max(48, productText.implicitHeight + 24); radius: 6
                     border.color: "#cccccc"
-                    PLabel { id: productText; model: lblProduct; anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 32 } }
+                    PLabel { id: productText; model: root.controller.lblProduct; anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 32 } }
                     Text { anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter } text: "›"; font.pixelSize: 22; color: root.soft }
                     MouseArea {
                         objectName: "openProductView"
                         anchors.fill: parent
-                        onClicked: controller.openProductView()
+                        onClicked: root.controller.openProductView()
                         Accessible.role: Accessible.Button
                         Accessible.name: "Zirai ürün seç"
                     }
@@ -349,7 +353,7 @@ Rectangle {
                     spacing: 12
                     PlainButton { act: "removeNewProduceView"; text: "Vazgeç"; width: (parent.width - 12) / 2 }
                     PButton {
-                        model: btnNewProduce
+                        model: root.controller.btnNewProduce
                         width: (parent.width - 12) / 2
                         text: "Kaydet"
                         font.bold: true
@@ -358,15 +362,15 @@ Rectangle {
                         background: Rectangle { radius: 8; color: parent.down ? Qt.darker(root.leaf, 1.15) : root.leaf }
                     }
                 }
-                PButton { model: btnUpdateProduce; width: parent.width; text: "Güncelle" }
-                PButton { model: btnDeleteProduce; width: parent.width; text: "Sil" }
+                PButton { model: root.controller.btnUpdateProduce; width: parent.width; text: "Güncelle" }
+                PButton { model: root.controller.btnDeleteProduce; width: parent.width; text: "Sil" }
             }
         }
     }
 
     // The crops, two columns.
     PView {
-        model: viewPlant
+        model: root.controller.viewPlant
         anchors.fill: parent
         color: "transparent"
         Dim {}
@@ -385,19 +389,22 @@ Rectangle {
                     id: plants
                     objectName: "collPlants"
                     width: parent.width
-                    height: Math.min(constCollPlantHeight.constant, root.height - 200)
+                    height: Math.min(root.controller.constCollPlantHeight.constant, root.height - 200)
                     clip: true
                     cellWidth: (width - 1) / 2 + 1
                     cellHeight: 51
                     boundsBehavior: Flickable.StopAtBounds
-                    property int revision: collPlants.revision
-                    model: { revision; return controller.collPlantsNumberOfItems() }
+                    onWidthChanged: root.controller.collPlants.size = Qt.size(width, height)
+                    model: root.controller.collPlants.rows
                     delegate: ItemDelegate {
-                        objectName: "PlantCell"
-                        property int row: index
-                        property var content: { plants.revision; return controller.collPlantsCell(index) }
-                        width: (plants.width - 1) / 2
-                        height: 50
+                        required property string reuseIdentifier
+                        required property var values
+                        required property size cellSize
+                        required property int row
+                        readonly property var content: values
+                        objectName: reuseIdentifier
+                        width: cellSize.width
+                        height: cellSize.height
                         Accessible.name: content.lblPlantName || ""
                         contentItem: Text {
                             objectName: "lblPlantName"
@@ -408,7 +415,7 @@ Rectangle {
                             verticalAlignment: Text.AlignVCenter
                             horizontalAlignment: Text.AlignHCenter
                         }
-                        onClicked: controller.collPlantsDidSelectItem(index)
+                        onClicked: root.controller.collPlants.selectRow(row)
                     }
                 }
                 PlainButton { act: "removePlantsView"; text: "Kapat"; anchors.right: parent.right }
@@ -418,7 +425,7 @@ Rectangle {
 
     // The products, up to four.
     PView {
-        model: viewProduct
+        model: root.controller.viewProduct
         anchors.fill: parent
         color: "transparent"
         Dim {}
@@ -440,14 +447,17 @@ Rectangle {
                 anchors { left: parent.left; right: parent.right; top: productsTitle.bottom; bottom: productButtons.top; margins: 8 }
                 clip: true
                 boundsBehavior: Flickable.StopAtBounds
-                property int revision: tblProducts.revision
-                model: { revision; return controller.tblProductsNumberOfRows() }
+                onWidthChanged: root.controller.tblProducts.size = Qt.size(width, height)
+                model: root.controller.tblProducts.rows
                 delegate: ItemDelegate {
-                    objectName: "ProductCell"
-                    property int row: index
-                    property var content: { products.revision; return controller.tblProductsCell(index) }
-                    width: products.width
-                    height: 48
+                    required property string reuseIdentifier
+                    required property var values
+                    required property size cellSize
+                    required property int row
+                    readonly property var content: values
+                    objectName: reuseIdentifier
+                    width: cellSize.width
+                    height: cellSize.height
                     Accessible.name: content.name || ""
                     contentItem: Text {
                         text: parent.content.name || ""
@@ -457,7 +467,7 @@ Rectangle {
                         verticalAlignment: Text.AlignVCenter
                         elide: Text.ElideRight
                     }
-                    onClicked: controller.tblProductsDidSelectRow(index)
+                    onClicked: root.controller.tblProducts.selectRow(row)
                 }
             }
             Row {
@@ -472,7 +482,7 @@ Rectangle {
 
     // The three permissions the service asks about.
     PView {
-        model: viewKVKK
+        model: root.controller.viewKVKK
         anchors.fill: parent
         color: "transparent"
         Dim {}
@@ -504,11 +514,11 @@ Rectangle {
                     text: "Aydınlatma Metnini okuyun"
                     Material.foreground: "#0090c5"
                     Accessible.name: text
-                    onClicked: controller.openETKView()
+                    onClicked: root.controller.openETKView()
                 }
-                RadioButton { model: radioETK1; width: 300 }
-                RadioButton { model: radioETK2; width: 300 }
-                RadioButton { model: radioETK3; width: 300 }
+                RadioButton { model: root.controller.radioETK1; width: 300 }
+                RadioButton { model: root.controller.radioETK2; width: 300 }
+                RadioButton { model: root.controller.radioETK3; width: 300 }
                 ActionButton { act: "setETKinfo"; text: "Kaydet"; width: parent.width }
             }
         }
@@ -516,10 +526,10 @@ Rectangle {
 
     // The notice itself.
     PView {
-        model: viewETK
+        model: root.controller.viewETK
         anchors.fill: parent
         color: "white"
-        PWebView { model: webviewETK; anchors { fill: parent; bottomMargin: 64 } }
+        PWebView { model: root.controller.webviewETK; anchors { fill: parent; bottomMargin: 64 } }
         ActionButton {
             act: "closeETKView"
             text: "Kapat"
@@ -529,7 +539,7 @@ Rectangle {
 
     // The splash lies over the whole window, the bars included, until it is taken away.
     PImageView {
-        model: imgLoading
+        model: root.controller.imgLoading
         parent: root.Window.window ? root.Window.window.contentItem : root
         x: 0; y: 0
         width: parent ? parent.width : 0

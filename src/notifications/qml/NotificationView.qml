@@ -1,12 +1,15 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import "qrc:/ekinora/platform/qml"
+import Ekinora.Platform
+import Ekinora.Widgets
+import Ekinora.Notifications
 
 // The notice list: its own bar attached to the top with the close button, the notices below, and the
 // empty state in the middle.
 Rectangle {
     id: root
+    required property NotificationViewController controller
     objectName: "NotificationViewController"
     color: "#f4f5f2"
 
@@ -31,7 +34,7 @@ Rectangle {
             text: "Kapat"
             font.pixelSize: 15
             Material.foreground: "#78b930"
-            onClicked: controller.closeView()
+            onClicked: root.controller.closeView()
             Accessible.name: "Kapat"
         }
     }
@@ -42,16 +45,17 @@ Rectangle {
         anchors { left: parent.left; right: parent.right; top: bar.bottom; bottom: parent.bottom }
         clip: true
         boundsBehavior: Flickable.StopAtBounds
-        property int revision: tblNotification.revision
-        model: { revision; return controller.numberOfRowsInSection(0) }
+        model: root.controller.tblNotification.rows
         // An empty footer of no height: no separators below the last row.
         footer: Item { width: 1; height: 0 }
 
         delegate: Rectangle {
             id: cell
-            objectName: "NotificationCell"
-            property int row: index
-            property var content: { table.revision; return controller.cellForRow(index) }
+            required property string reuseIdentifier
+            required property var values
+            required property int row
+            readonly property var content: values
+            objectName: reuseIdentifier
             width: ListView.view.width
             height: Math.max(64, column.implicitHeight + 24)
             color: "white"
@@ -93,7 +97,7 @@ Rectangle {
     }
 
     PLabel {
-        model: lblInfo
+        model: root.controller.lblInfo
         anchors.centerIn: parent
         width: parent.width - 64
         horizontalAlignment: Text.AlignHCenter

@@ -1,11 +1,13 @@
 import QtQuick
+import Ekinora.Platform
 import QtQuick.Controls
 
 // A centred alert, or an action sheet at the bottom: title, message and its buttons in order.
 Item {
     id: root
-    property string title: controller.title
-    property string message: controller.message
+    required property UIAlertController controller
+    property string title: root.controller.title
+    property string message: root.controller.message
 
     Rectangle { anchors.fill: parent; color: "#66000000" }
     MouseArea { anchors.fill: parent }
@@ -17,8 +19,8 @@ Item {
         property string message: root.message
         width: Math.min(root.width - 80, 300)
         anchors.horizontalCenter: parent.horizontalCenter
-        anchors.verticalCenter: controller.actionSheet ? undefined : parent.verticalCenter
-        anchors.bottom: controller.actionSheet ? parent.bottom : undefined
+        anchors.verticalCenter: root.controller.actionSheet ? undefined : parent.verticalCenter
+        anchors.bottom: root.controller.actionSheet ? parent.bottom : undefined
         anchors.bottomMargin: 24
         radius: 14
         color: "#f7f7f7"
@@ -52,7 +54,7 @@ Item {
             }
             Item { width: 1; height: 18 }
             Repeater {
-                model: controller.buttonTitles
+                model: root.controller.buttonTitles
                 delegate: Column {
                     width: column.width
                     Rectangle { width: parent.width; height: 1; color: "#dcdcdc" }
@@ -65,12 +67,12 @@ Item {
                         contentItem: Text {
                             text: modelData
                             font.pixelSize: 17
-                            font.bold: controller.buttonStyles[index] === 1
-                            color: controller.buttonStyles[index] === 2 ? "#e0302a" : "#0a7aff"
+                            font.bold: root.controller.buttonStyles[index] === 1
+                            color: root.controller.buttonStyles[index] === 2 ? "#e0302a" : "#0a7aff"
                             horizontalAlignment: Text.AlignHCenter
                             verticalAlignment: Text.AlignVCenter
                         }
-                        onClicked: controller.tapButton(index)
+                        onClicked: root.controller.tapButton(index)
                     }
                 }
             }

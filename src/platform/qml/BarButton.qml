@@ -1,11 +1,12 @@
 import QtQuick
+import Ekinora.Platform
 import QtQuick.Controls
 
 // A bar button item with its badge: the plain one, or the item's own overlay when it names one.
 ToolButton {
     font.capitalization: Font.MixedCase
     id: button
-    property QtObject model: null
+    property UIBarButtonItem model: null
     readonly property url overlay: model ? model.overlaySource : ""
     objectName: model ? model.objectName : ""
     visible: model !== null && !model.hidden

@@ -1,16 +1,18 @@
 import QtQuick
+import Ekinora.Platform
 import QtQuick.Controls
 
 // A navigation stack: the bar with the back button, the title and the top screen's right item, and the
 // top screen below it.
 Item {
     id: root
+    required property UINavigationController controller
     property Item contentSlot: slot
 
     Rectangle {
         id: bar
-        visible: !controller.navigationBarHidden
-        enabled: controller.navigationBar.userInteractionEnabled
+        visible: !root.controller.navigationBarHidden
+        enabled: root.controller.navigationBar.userInteractionEnabled
         anchors { left: parent.left; right: parent.right; top: parent.top }
         height: visible ? 56 : 0
         color: "#ffffff"
@@ -18,30 +20,30 @@ Item {
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
             height: 1
             color: "#e6e6e6"
-            visible: !navigationBarAppearance.plainBackground
+            visible: !root.controller.appearance.plainBackground
         }
 
         ToolButton {
             objectName: "backButton"
-            visible: controller.depth > 1
+            visible: root.controller.depth > 1
             anchors { left: parent.left; verticalCenter: parent.verticalCenter }
             width: 48; height: 48
             text: "‹"
             font.pixelSize: 30
-            palette.buttonText: navigationBarAppearance.tintColor
-            onClicked: controller.goBack()
+            palette.buttonText: root.controller.appearance.tintColor
+            onClicked: root.controller.goBack()
             Accessible.name: "Geri"
         }
         // The root screen of a side menu's content opens the menu; the menu opens by this button only.
         ToolButton {
             objectName: "presentLeftMenuViewController"
-            visible: controller.depth === 1 && controller.inSideMenu
+            visible: root.controller.depth === 1 && root.controller.inSideMenu
             anchors { left: parent.left; verticalCenter: parent.verticalCenter; leftMargin: 4 }
             width: 48; height: 48
             text: "☰"
             font.pixelSize: 22
-            palette.buttonText: navigationBarAppearance.tintColor
-            onClicked: controller.openSideMenu()
+            palette.buttonText: root.controller.appearance.tintColor
+            onClicked: root.controller.openSideMenu()
             Accessible.name: "Menü"
         }
         Label {
@@ -49,14 +51,14 @@ Item {
             width: parent.width - 120
             horizontalAlignment: Text.AlignHCenter
             elide: Text.ElideRight
-            text: controller.topTitle
-            color: navigationBarAppearance.titleColor
-            font.pixelSize: navigationBarAppearance.titleFontSize
+            text: root.controller.topTitle
+            color: root.controller.appearance.titleColor
+            font.pixelSize: root.controller.appearance.titleFontSize
             font.weight: Font.Medium
         }
         BarButton {
             anchors { right: parent.right; verticalCenter: parent.verticalCenter; rightMargin: 4 }
-            model: controller.topRightItem
+            model: root.controller.topRightItem
         }
     }
 

@@ -1,11 +1,12 @@
 import QtQuick
+import Ekinora.Platform
 import QtQuick.Controls
 
 // A button bound to its model; a tap sends the model's actions. At least 44 points high.
 Button {
     font.capitalization: Font.MixedCase
     id: button
-    property QtObject model: null
+    property UIButton model: null
     objectName: model ? model.objectName : ""
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1

@@ -1,11 +1,12 @@
 import QtQuick
+import Ekinora.Platform
 
 // An image view bound to its model: a bundled picture by name or a remote one, drawn at the model's
 // render size when it names one. The laid-out size goes back to the model, and so does the end of each
 // load, so that a screen can finish its work when the picture is there.
 Image {
     id: image
-    property QtObject model: null
+    property UIImageView model: null
     objectName: model ? model.objectName : ""
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1

@@ -1,7 +1,8 @@
 import QtQuick
+import Ekinora.Platform
 
 Text {
-    property QtObject model: null
+    property UILabel model: null
     objectName: model ? model.objectName : ""
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1

@@ -1,10 +1,11 @@
 import QtQuick
+import Ekinora.Platform
 import QtQuick.Controls
 
 // A text field whose every change goes through the model, so that the screen's delegate may refuse it.
 TextField {
     id: field
-    property QtObject model: null
+    property UITextField model: null
     objectName: model ? model.objectName : ""
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1

@@ -1,8 +1,9 @@
 import QtQuick
+import Ekinora.Platform
 
 // A plain view bound to its model: hidden, alpha, background, border.
 Rectangle {
-    property QtObject model: null
+    property UIView model: null
     objectName: model ? model.objectName : ""
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1

@@ -1,9 +1,10 @@
 import QtQuick
 import QtWebEngine
+import Ekinora.Platform
 
 WebEngineView {
     id: web
-    property QtObject model: null
+    property WKWebView model: null
     backgroundColor: "transparent"
     // A PDF address opens in the engine's own viewer, as the phone's web view shows documents.
     settings.pluginsEnabled: true

@@ -1,9 +1,10 @@
 import QtQuick
+import Ekinora.Platform
 
 // A web view bound to its model. The web engine is loaded only once the view is first shown.
 Item {
     id: root
-    property QtObject model: null
+    property WKWebView model: null
     objectName: model ? model.objectName : ""
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1

@@ -1,14 +1,16 @@
 import QtQuick
+import Ekinora.Platform
 
 // The side-menu container: the menu lies under the content, which slides aside when the menu opens.
 Item {
     id: root
+    required property RESideMenu controller
     property Item contentSlot: contentSlot
     property Item menuSlot: menuSlot
 
     Image {
         anchors.fill: parent
-        source: controller.backgroundImage.length > 0 ? "qrc:/ekinora/images/" + controller.backgroundImage + ".png" : ""
+        source: root.controller.backgroundImage.length > 0 ? "qrc:/ekinora/images/" + root.controller.backgroundImage + ".png" : ""
         fillMode: Image.PreserveAspectCrop
         visible: source != ""
     }
@@ -16,13 +18,13 @@ Item {
         id: menuSlot
         anchors { top: parent.top; bottom: parent.bottom; left: parent.left }
         width: parent.width * 0.75
-        visible: controller.menuVisible
+        visible: root.controller.menuVisible
     }
     Item {
         id: contentFrame
         width: parent.width
         height: parent.height
-        x: controller.menuVisible ? parent.width * 0.75 : 0
+        x: root.controller.menuVisible ? parent.width * 0.75 : 0
         Behavior on x { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
         Rectangle {
             anchors.fill: parent
@@ -33,8 +35,8 @@ Item {
         // While the menu is open a tap on the content closes it.
         MouseArea {
             anchors.fill: parent
-            visible: controller.menuVisible
-            onClicked: controller.hideMenuViewController()
+            visible: root.controller.menuVisible
+            onClicked: root.controller.hideMenuViewController()
             Accessible.name: "Menüyü kapat"
         }
     }

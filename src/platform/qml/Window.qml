@@ -1,11 +1,13 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
+import Ekinora.Platform
 
 // The phone-sized window: the root controller's view, the presented controllers above it, then the
 // progress indicator and the wait overlay.
 ApplicationWindow {
     id: window
+    required property UIWindow appWindow
     width: 390
     height: 844
     visible: false
@@ -32,15 +34,15 @@ ApplicationWindow {
     }
 
     Item { id: contentLayer; anchors.fill: parent }
-    HUD { visible: appWindow.hudCount > appWindow.presentedHudCount }
+    HUD { visible: window.appWindow.hudCount > window.appWindow.presentedHudCount }
     Item { id: presentedLayer; anchors.fill: parent }
-    HUD { visible: appWindow.presentedHudCount > 0; z: 1000 }
+    HUD { visible: window.appWindow.presentedHudCount > 0; z: 1000 }
 
     Rectangle {
         objectName: "waitOverlay"
-        property string text: appWindow.waitText
+        property string text: window.appWindow.waitText
         anchors.fill: parent
-        visible: appWindow.waitVisible
+        visible: window.appWindow.waitVisible
         color: "#99000000"
         z: 1001
         MouseArea { anchors.fill: parent; preventStealing: true }
@@ -49,7 +51,7 @@ ApplicationWindow {
             spacing: 12
             BusyIndicator { anchors.horizontalCenter: parent.horizontalCenter; running: parent.visible }
             Text {
-                text: appWindow.waitText
+                text: window.appWindow.waitText
                 color: "white"
                 font.pixelSize: 16
                 width: window.width - 64

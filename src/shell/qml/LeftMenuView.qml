@@ -1,33 +1,38 @@
 import QtQuick
+import Ekinora.Platform
+import Ekinora.Widgets
+import Ekinora.Shell
 import QtQuick.Controls
 import QtQuick.Controls.Material
 
 // The menu's rows over the container's background: icon and label, white on the dark picture.
 Item {
     id: root
+    required property LeftMenuViewController controller
     objectName: "LeftMenuViewController"
 
     ListView {
         id: list
         objectName: "tableView"
-        x: controller.tableFrame.x
-        y: controller.tableFrame.y
-        width: controller.tableFrame.width
-        height: controller.tableFrame.height
+        x: root.controller.tableFrame.x
+        y: root.controller.tableFrame.y
+        width: root.controller.tableFrame.width
+        height: root.controller.tableFrame.height
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         interactive: contentHeight > height
-        // Rows are read again only when the controller reloads the table.
-        property int revision: tableView.revision
-        model: { revision; return controller.numberOfRowsInSection(0) }
+        model: root.controller.tableView.rows
 
         delegate: ItemDelegate {
             id: cell
-            objectName: "Cell"
-            property int row: index
-            property var content: { list.revision; return controller.cellForRow(index) }
+            required property string reuseIdentifier
+            required property var values
+            required property size cellSize
+            required property int row
+            readonly property var content: values
+            objectName: reuseIdentifier
             width: ListView.view.width
-            height: controller.heightForRow(index)
+            height: cellSize.height
             padding: 0
             background: Item {}
             Accessible.name: content.text || ""
@@ -62,7 +67,7 @@ Item {
                     }
                 }
             }
-            onClicked: controller.didSelectRow(index)
+            onClicked: root.controller.tableView.selectRow(cell.row)
         }
     }
 
@@ -76,7 +81,7 @@ Item {
         font.pixelSize: 17
         palette.buttonText: "white"
         Material.foreground: "white"
-        onClicked: controller.logout()
+        onClicked: root.controller.logout()
         Accessible.name: text
     }
 }

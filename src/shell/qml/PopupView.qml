@@ -1,10 +1,13 @@
 import QtQuick
 import QtQuick.Controls
-import "qrc:/ekinora/platform/qml"
+import Ekinora.Platform
+import Ekinora.Widgets
+import Ekinora.Shell
 
 // The campaign card over the whole screen: close button, banner, title, body, product box.
 Rectangle {
     id: root
+    required property PopupViewController controller
     color: "#99000000"
     MouseArea { anchors.fill: parent }
 
@@ -21,15 +24,15 @@ Rectangle {
             spacing: 8
 
             PImageView {
-                model: imgProduce
+                model: root.controller.imgProduce
                 width: parent.width - 16
                 anchors.horizontalCenter: parent.horizontalCenter
-                height: constraintImageBannerHeight.constant
+                height: root.controller.constraintImageBannerHeight.constant
                 visible: height > 0
                 fillMode: Image.PreserveAspectCrop
             }
             PLabel {
-                model: lblTitle
+                model: root.controller.lblTitle
                 width: parent.width - 32
                 anchors.horizontalCenter: parent.horizontalCenter
                 font.pixelSize: 20
@@ -40,23 +43,23 @@ Rectangle {
         }
 
         PWebView {
-            model: webViewContent
+            model: root.controller.webViewContent
             anchors { left: parent.left; right: parent.right; top: top.bottom; bottom: product.top; margins: 16 }
         }
 
         PView {
             id: product
-            model: viewProduct
+            model: root.controller.viewProduct
             anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 16 }
-            height: constraintViewProductHeight.constant
+            height: root.controller.constraintViewProductHeight.constant
             visible: height > 0
             Row {
                 anchors.fill: parent
                 anchors.margins: 8
                 spacing: 12
-                PImageView { model: imgProduct; height: parent.height; width: height }
+                PImageView { model: root.controller.imgProduct; height: parent.height; width: height }
                 PLabel {
-                    model: lblProductName
+                    model: root.controller.lblProductName
                     width: parent.width - parent.height - 12
                     anchors.verticalCenter: parent.verticalCenter
                     font.pixelSize: 16
@@ -73,7 +76,7 @@ Rectangle {
         width: 48; height: 48
         text: "✕"
         font.pixelSize: 18
-        onClicked: controller.closePopup()
+        onClicked: root.controller.closePopup()
         Accessible.name: "Kapat"
     }
 }

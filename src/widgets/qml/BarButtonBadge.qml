@@ -1,11 +1,12 @@
 import QtQuick
+import Ekinora.Widgets
 
 // The count badge of a bar button item, drawn over its button (the bar loads it for an item that names
 // it): the model's label at its frame, bouncing when the value changes and shrinking away when removed.
 Item {
     id: root
-    property QtObject model: null
-    readonly property QtObject label: model ? model.badge : null
+    property BadgeBarButtonItem model: null
+    readonly property BadgeLabel label: model ? model.badge : null
 
     // The item's view is this button; the badge's default place is worked out from its width.
     function reportWidth() { if (model) model.viewWidth = width }

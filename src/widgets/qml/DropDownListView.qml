@@ -1,4 +1,5 @@
 import QtQuick
+import Ekinora.Widgets
 
 // A drop-down list hanging from its button, unrolling up or down over the screen and closing the same
 // way. `model` is the screen's open list, or null once the screen forgets it; `senders` are the items
@@ -6,9 +7,9 @@ import QtQuick
 // Place it above the screen's controls, filling them.
 Item {
     id: root
-    property QtObject model: null
+    property DropDownList model: null
     property var senders: []
-    property QtObject shown: null
+    property DropDownList shown: null
 
     // The button is looked up again whenever the list changes: a screen may hand the list over before
     // showing it.
@@ -82,15 +83,17 @@ Item {
                 anchors.fill: parent
                 anchors.margins: parent.border.width
                 boundsBehavior: Flickable.StopAtBounds
-                // Rows are read again when the table reloads.
-                model: root.shown ? (root.shown.table.revision, root.shown.numberOfRows()) : 0
+                model: root.shown ? root.shown.table.rows : null
                 delegate: Rectangle {
                     id: cell
-                    objectName: "Cell"
-                    property int row: index
-                    readonly property string title: root.shown ? root.shown.titleForRow(index) : ""
+                    required property string reuseIdentifier
+                    required property var values
+                    required property size cellSize
+                    required property int row
+                    objectName: reuseIdentifier
+                    readonly property string title: values.title
                     width: rows.width
-                    height: root.shown ? root.shown.heightForRow(index) : 0
+                    height: cellSize.height
                     color: tap.pressed ? "#d9d9d9" : "white"
                     Accessible.role: Accessible.Button
                     Accessible.name: title
@@ -100,7 +103,7 @@ Item {
                         spacing: 12
                         Image {
                             id: picture
-                            source: root.pictureSource(root.shown ? root.shown.imageForRow(cell.row) : "")
+                            source: root.pictureSource(cell.values.image)
                             visible: source.toString().length > 0
                             height: Math.min(cell.height - 8, 32); width: height
                             fillMode: Image.PreserveAspectFit
@@ -126,7 +129,7 @@ Item {
                     MouseArea {
                         id: tap
                         anchors.fill: parent
-                        onClicked: root.shown.didSelectRow(cell.row)
+                        onClicked: root.shown.table.selectRow(cell.row)
                     }
                 }
             }

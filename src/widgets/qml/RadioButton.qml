@@ -1,11 +1,12 @@
 import QtQuick
+import Ekinora.Widgets
 import QtQuick.Controls
 
 // A grouped radio button: the icon the model draws (or the layout's pictures) beside the title, in the
 // title colour of the state. A tap goes to the model, which applies the group's rules.
 AbstractButton {
     id: button
-    property QtObject model: null
+    property GroupedRadioButton model: null
     readonly property bool iconAtEnd: model ? model.iconOnRight : false
     readonly property real iconSide: model ? model.iconSize : 15
 

@@ -1,12 +1,13 @@
 import QtQuick
+import Ekinora.Widgets
 import QtQuick.Controls
 
 // A picture slider: the pages side by side, dragged by the user or moved by the model every five
 // seconds, with the page dots over them. A page shows the placeholder until its picture has come.
 Item {
     id: root
-    property QtObject model: null
-    readonly property QtObject scroll: model ? model.slider : null
+    property Slider model: null
+    readonly property ScrollView scroll: model ? model.slider : null
 
     objectName: model ? model.objectName : ""
     visible: model ? !model.hidden : true
