@@ -75,7 +75,7 @@ Rectangle {
         height: side
         visible: !root.controller.collPeriods.hidden
         clip: true
-        contentWidth: root.controller.collPeriods.cells.length * side
+        contentWidth: root.controller.collPeriods.rows.count * side
         contentHeight: height
         flickableDirection: Flickable.HorizontalFlick
         boundsBehavior: Flickable.StopAtBounds
@@ -85,10 +85,11 @@ Rectangle {
         Accessible.name: "Dönemler"
 
         Repeater {
-            model: root.controller.collPeriods.cells
+            model: root.controller.collPeriods.rows
             delegate: Item {
                 id: cell
-                readonly property QtObject m: modelData
+                required property PeriodCollectionViewCell cell
+                readonly property PeriodCollectionViewCell m: cell
                 readonly property real pictureCentre: 44
                 objectName: m.reuseIdentifier
                 property int row: m.row
@@ -168,10 +169,10 @@ Rectangle {
     // One list: the upright name in its panel and the cards that snap into place.
     component PestList: Row {
         id: list
-        property QtObject panel: null
-        property QtObject sideLabel: null
-        property QtObject collection: null
-        property QtObject layout: null
+        property UIView panel: null
+        property SideLabel sideLabel: null
+        property UICollectionView collection: null
+        property ProductDetailFlowLayout layout: null
         width: root.width
         height: visible ? 180 : 0
         visible: collection && !collection.hidden
@@ -218,10 +219,11 @@ Rectangle {
             NumberAnimation { id: snap; target: flick; property: "contentX"; duration: 250; easing.type: Easing.OutCubic }
 
             Repeater {
-                model: list.collection ? list.collection.cells : []
+                model: list.collection ? list.collection.rows : null
                 delegate: Item {
                     id: card
-                    readonly property QtObject m: modelData
+                    required property PestsCollectionViewCell cell
+                    readonly property PestsCollectionViewCell m: cell
                     readonly property rect frame: {
                         list.layout.itemSize; list.layout.sectionItemCounts; list.layout.collectionViewSize
                         return list.layout.frameForItem(m.section, m.row)

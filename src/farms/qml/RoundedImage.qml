@@ -11,10 +11,10 @@ Canvas {
     opacity: model ? model.alpha : 1
 
     function reportIfLoaded() {
-        if (model && address.toString().length > 0 && isImageLoaded(address)) model.imageLoadEnded(address, true)
+        if (model && String(address).length > 0 && isImageLoaded(address)) model.imageLoadEnded(address, true)
     }
     onAddressChanged: {
-        if (address.toString().length > 0 && !isImageLoaded(address)) loadImage(address)
+        if (String(address).length > 0 && !isImageLoaded(address)) loadImage(address)
         requestPaint()
     }
     onImageLoaded: { requestPaint(); reportIfLoaded() }
@@ -46,7 +46,7 @@ Canvas {
         ctx.clip()
         ctx.fillStyle = "#55ffffff"
         ctx.fillRect(0, 0, width, height)
-        if (address.toString().length > 0 && isImageLoaded(address)) ctx.drawImage(address, 0, 0, width, height)
+        if (String(address).length > 0 && isImageLoaded(address)) ctx.drawImage(address, 0, 0, width, height)
         ctx.restore()
         if (model.borderWidth > 0) {
             ctx.lineWidth = model.borderWidth

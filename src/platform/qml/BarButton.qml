@@ -18,7 +18,7 @@ ToolButton {
     onClicked: if (model) model.tap()
     Accessible.name: model ? (model.title.length > 0 ? model.title : model.objectName) : ""
     Rectangle {
-        visible: button.overlay.toString().length === 0 && button.model !== null
+        visible: String(button.overlay).length === 0 && button.model !== null
                  && button.model.badgeValue.length > 0 && button.model.badgeValue !== "0"
         anchors { right: parent.right; top: parent.top; margins: 4 }
         width: Math.max(18, badgeText.implicitWidth + 8); height: 18; radius: 9
@@ -27,7 +27,7 @@ ToolButton {
     }
     Loader {
         anchors.fill: parent
-        active: button.overlay.toString().length > 0
+        active: String(button.overlay).length > 0
         source: button.overlay
         onLoaded: item.model = Qt.binding(function() { return button.model })
     }

@@ -13,7 +13,7 @@ Image {
     clip: model ? model.clipsToBounds : false
     asynchronous: true
     fillMode: Image.PreserveAspectFit
-    source: !model ? "" : model.imageUrl.toString().length > 0 ? model.imageUrl
+    source: !model ? "" : String(model.imageUrl).length > 0 ? model.imageUrl
           : model.image.length > 0 ? "qrc:/ekinora/images/" + model.image + ".png" : ""
     sourceSize: model && model.renderSize.width > 0 ? model.renderSize : undefined
 
@@ -22,7 +22,7 @@ Image {
     onHeightChanged: reportSize()
     onModelChanged: reportSize()
     function reportEnd() {
-        if (!model || model.imageUrl.toString().length === 0) return
+        if (!model || String(model.imageUrl).length === 0) return
         if (status === Image.Ready) model.imageLoadEnded(model.imageUrl, true)
         else if (status === Image.Error) model.imageLoadEnded(model.imageUrl, false)
     }

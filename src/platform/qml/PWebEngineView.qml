@@ -37,7 +37,7 @@ WebEngineView {
 
     function reload() {
         if (!model) return
-        if (model.html.length > 0 || model.url.toString().length === 0) loadHtml(model.html, model.baseUrl)
+        if (model.html.length > 0 || String(model.url).length === 0) loadHtml(model.html, model.baseUrl)
         else url = model.url
     }
     onModelChanged: reload()
@@ -53,7 +53,7 @@ WebEngineView {
         var kinds = {0: 0, 2: 1, 3: 2, 4: 3}
         var kind = kinds[request.navigationType] !== undefined ? kinds[request.navigationType] : -1
         // An HTML string loads as a data address; the screen sees it as the blank page it stands for.
-        var address = request.url.toString().indexOf("data:") === 0 ? "about:blank" : request.url
+        var address = String(request.url).indexOf("data:") === 0 ? "about:blank" : request.url
         if (!web.model.shouldNavigate(address, kind)) request.action = WebEngineNavigationRequest.IgnoreRequest
     }
     onJavaScriptConsoleMessage: function(level, message, lineNumber, sourceID) {

@@ -1,4 +1,5 @@
 import QtQuick
+import Ekinora.Platform
 import Ekinora.Widgets
 
 // The count badge of a bar button item, drawn over its button (the bar loads it for an item that names

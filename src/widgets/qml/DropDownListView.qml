@@ -1,4 +1,5 @@
 import QtQuick
+import Ekinora.Platform
 import Ekinora.Widgets
 
 // A drop-down list hanging from its button, unrolling up or down over the screen and closing the same
@@ -104,7 +105,7 @@ Item {
                         Image {
                             id: picture
                             source: root.pictureSource(cell.values.image)
-                            visible: source.toString().length > 0
+                            visible: String(source).length > 0
                             height: Math.min(cell.height - 8, 32); width: height
                             fillMode: Image.PreserveAspectFit
                             anchors.verticalCenter: parent.verticalCenter

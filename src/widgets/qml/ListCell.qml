@@ -1,4 +1,5 @@
 import QtQuick
+import Ekinora.Platform
 import Ekinora.Widgets
 
 // A text row of a list drawn from a list model: its reuse identifier as its objectName, its row, the

@@ -1,4 +1,5 @@
 import QtQuick
+import Ekinora.Platform
 import Ekinora.Widgets
 import QtQuick.Controls
 
