@@ -205,7 +205,8 @@ void RTCHitStore::addHit(const RTCHit& hit, DoneCallback done) {
                              hit.body.isNull() ? QVariant() : QVariant(hit.body), hitTime,
                              hit.uniqueId.isEmpty() ? QVariant() : QVariant(hit.uniqueId)},
                             "Failed while saving tag to tag storage: %1");
-        if (ok) log(QStringLiteral("Saved tag for URL %1").arg(hit.URL));
+        // An ignored hit (its unique id went out already) is not saved.
+        if (ok && sqlite3_changes(m_db) > 0) log(QStringLiteral("Saved tag for URL %1").arg(hit.URL));
         if (done) done(ok);
     });
 }

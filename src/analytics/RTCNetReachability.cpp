@@ -3,6 +3,9 @@
 #include <QCoreApplication>
 #include <QNetworkInformation>
 
+#include <QThread>
+
+#include <atomic>
 #include <mutex>
 
 namespace ekinora::analytics {
@@ -13,10 +16,15 @@ std::mutex g_mutex;
 RTCNetReachability::Source g_source;
 
 int platformStatus() {
-    static std::once_flag loaded;
-    std::call_once(loaded, [] {
-        if (QCoreApplication::instance()) QNetworkInformation::loadDefaultBackend();
-    });
+    // The platform's backend belongs to the application's thread (it talks over D-Bus there); asked
+    // first from a queue, it is loaded there in passing and the network counts as reachable meanwhile.
+    static std::atomic<bool> requested{false};
+    QCoreApplication* app = QCoreApplication::instance();
+    if (app && !requested.exchange(true)) {
+        auto load = [] { QNetworkInformation::loadDefaultBackend(); };
+        if (QThread::currentThread() == app->thread()) load();
+        else QMetaObject::invokeMethod(app, load, Qt::QueuedConnection);
+    }
     const QNetworkInformation* info = QNetworkInformation::instance();
     if (!info) return RTCNetReachability::ReachableViaWiFi;
     switch (info->reachability()) {

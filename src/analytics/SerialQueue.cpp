@@ -9,9 +9,13 @@ SerialQueue::SerialQueue(const QString& name) : m_thread(new QThread), m_context
 }
 
 SerialQueue::~SerialQueue() {
+    // The context goes after what was queued before it, and the thread after the context.
     QObject* context = m_context;
-    QMetaObject::invokeMethod(context, [context] { delete context; }, Qt::QueuedConnection);
-    m_thread->quit();
+    QThread* thread = m_thread;
+    QMetaObject::invokeMethod(context, [context, thread] {
+        delete context;
+        thread->quit();
+    }, Qt::QueuedConnection);
     m_thread->wait();
     delete m_thread;
 }
