@@ -12,13 +12,13 @@ std::vector<int> defaultMenu(const std::string& type) {
     return {};
 }
 
-std::optional<std::int64_t> userForToken(Database& db, const std::string& token) {
+std::optional<Caller> userForToken(Database& db, const std::string& token) {
     if (token.empty()) return std::nullopt;
-    auto row = db.queryRow("SELECT u.id FROM tokens t JOIN users u ON u.id = t.user_id "
+    auto row = db.queryRow("SELECT u.id, u.type FROM tokens t JOIN users u ON u.id = t.user_id "
                            "WHERE t.token = ? AND u.active = 1",
                            {token});
     if (!row) return std::nullopt;
-    return row->at("id").get<std::int64_t>();
+    return Caller{row->at("id").get<std::int64_t>(), row->at("type").get<std::string>()};
 }
 
 std::string issueToken(Database& db, std::int64_t userId) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Auth.h"
 #include "core/Database.h"
 
 #include <cstdint>
@@ -12,8 +13,8 @@ namespace ekinora::server::accounts {
 // Side-menu item codes an account of this type sees, in display order.
 std::vector<int> defaultMenu(const std::string& type);
 
-// The active account a token belongs to.
-std::optional<std::int64_t> userForToken(Database& db, const std::string& token);
+// The active account a token belongs to, with its role.
+std::optional<Caller> userForToken(Database& db, const std::string& token);
 
 // A fresh random token (64 hexadecimal digits) stored for the account.
 std::string issueToken(Database& db, std::int64_t userId);

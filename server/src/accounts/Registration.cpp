@@ -3,6 +3,7 @@
 #include "accounts/Accounts.h"
 #include "accounts/SmsChallenges.h"
 #include "accounts/Validation.h"
+#include "core/Params.h"
 #include "farms/Calendar.h"
 #include "farms/Farms.h"
 #include "notifications/Notifications.h"
@@ -54,10 +55,6 @@ constexpr size_t MaxNameLength = 50;
 
 const char* const Permissions[] = {"etk-sms", "etk-email", "etk-advertising"};
 
-Json rejected(const envelope::FieldErrors& errors) {
-    return envelope::rejection(errors.front().second, errors);
-}
-
 // What both registrations take: the verified phone, the person, the place and the consents.
 struct Applicant {
     std::string hash;
@@ -70,96 +67,84 @@ struct Applicant {
     std::optional<std::string> deviceId, deviceType;
 };
 
-void checkName(const std::string& name, const char* key, const std::string& missing,
-               const std::string& invalid, envelope::FieldErrors& errors) {
-    if (name.empty())
-        errors.emplace_back(key, missing);
-    else if (characterCount(name) > MaxNameLength || name.find_first_of("0123456789<>") != std::string::npos)
-        errors.emplace_back(key, invalid);
+std::string readName(Params& p, const char* key, const std::string& missing, const std::string& invalid) {
+    std::string name = p.required(key, missing);
+    if (!name.empty() &&
+        (characterCount(name) > MaxNameLength || name.find_first_of("0123456789<>") != std::string::npos))
+        p.fail(key, invalid);
+    return name;
 }
 
-// The person's part of a registration; the errors come in the order the app should show them.
-envelope::FieldErrors readApplicant(const ApiCall& call, Database& db, std::int64_t now, Applicant& a) {
-    envelope::FieldErrors errors;
-    a.hash = call.text("hash").value_or("");
+// The person's part of a registration; the problems come in the order the app should show them.
+Applicant readApplicant(Params& p, Database& db, std::int64_t now) {
+    Applicant a;
+    a.hash = p.text("hash").value_or("");
     const auto phone = sms::verifiedPhone(db, a.hash, now);
     if (!phone)
-        errors.emplace_back("hash", HashInvalid);
+        p.fail("hash", HashInvalid);
     else if (db.scalar("SELECT COUNT(*) FROM users WHERE phone = ?", {*phone}) > 0)
-        errors.emplace_back("phoneNumber", PhoneTaken);
+        p.fail("phoneNumber", PhoneTaken);
     else
         a.phone = *phone;
 
-    const std::string firstName = trimmedText(call, "firstName");
-    const std::string lastName = trimmedText(call, "lastName");
-    checkName(firstName, "firstName", FirstNameMissing, FirstNameInvalid, errors);
-    checkName(lastName, "lastName", LastNameMissing, LastNameInvalid, errors);
-    a.fullname = firstName + " " + lastName;
+    const std::string firstName = readName(p, "firstName", FirstNameMissing, FirstNameInvalid);
+    a.fullname = firstName + " " + readName(p, "lastName", LastNameMissing, LastNameInvalid);
 
-    const auto county = wholeNumber(call.params.value("countyId", Json()));
+    const auto county = p.integer("countyId");
     auto place =
         county ? db.queryRow("SELECT id, city_id FROM counties WHERE id = ?", {*county}) : std::nullopt;
     if (!place) {
-        errors.emplace_back("countyId", CountyMissing);
+        p.fail("countyId", CountyMissing);
     } else {
         a.countyId = place->at("id").get<std::int64_t>();
         a.cityId = place->at("city_id").get<std::int64_t>();
     }
 
-    a.email = trimmedText(call, "email");
-    if (!a.email.empty() && !isValidEmail(a.email)) errors.emplace_back("email", EmailInvalid);
+    a.email = p.trimmed("email");
+    if (!a.email.empty() && !isValidEmail(a.email)) p.fail("email", EmailInvalid);
 
     for (int i = 0; i < 3; ++i)
-        a.permissions[i] = answer(call, Permissions[i]);
-    a.deviceId = call.text("deviceId");
-    if (a.deviceId && a.deviceId->empty()) a.deviceId.reset();
-    a.deviceType = call.text("deviceType");
-    if (a.deviceType && a.deviceType->empty()) a.deviceType.reset();
-    return errors;
+        a.permissions[i] = p.answer(Permissions[i]);
+    a.deviceId = p.filled("deviceId");
+    a.deviceType = p.filled("deviceType");
+    return a;
 }
 
-// Consents come last in the form, so their errors come last too.
-void checkConsents(const ApiCall& call, const Applicant& a, envelope::FieldErrors& errors) {
+// Consents come last in the form, so their problems come last too.
+void checkConsents(Params& p, const Applicant& a) {
     for (int i = 0; i < 3; ++i)
-        if (a.permissions[i] == Answer::Invalid) errors.emplace_back(Permissions[i], AnswerInvalid);
-    if (call.text("term").value_or("") != "yes") errors.emplace_back("term", TermMissing);
+        if (a.permissions[i] == Answer::Invalid) p.fail(Permissions[i], AnswerInvalid);
+    if (p.text("term") != "yes") p.fail("term", TermMissing);
 }
 
-// The crops of a farmer's registration. A crop the app has edited carries the crop kind under "id"
-// instead of "produceId"; both are read.
-std::optional<std::string> readFields(const ApiCall& call, Database& db, std::vector<farms::FarmInput>& out) {
-    Json fields = call.params.value("fields", Json());
-    if (fields.is_null()) return std::nullopt;
-    if (fields.is_string()) fields = Json::parse(fields.get<std::string>(), nullptr, false);
-    if (!fields.is_array()) return FieldsInvalid;
-    if (fields.size() > MaxFields) return FieldsTooMany;
+// The crops of a farmer's registration, or the one problem with them. A crop the app has edited
+// carries the crop kind under "id" instead of "produceId"; both are read.
+std::optional<std::string> readFields(const Params& p, Database& db, std::vector<farms::FarmInput>& out) {
+    const auto fields = p.list("fields");
+    if (!fields) return FieldsInvalid;
+    if (fields->size() > MaxFields) return FieldsTooMany;
 
-    for (const Json& element : fields) {
+    for (const Json& element : *fields) {
         if (!element.is_object()) return FieldsInvalid;
+        const Params crop(element);
         farms::FarmInput field;
-        const Json kind = element.contains("produceId") ? element["produceId"] : element.value("id", Json());
-        const auto produceId = wholeNumber(kind);
+        const auto produceId = crop.has("produceId") ? crop.integer("produceId") : crop.integer("id");
         if (!produceId) return FieldProduceMissing;
         if (db.scalar("SELECT COUNT(*) FROM produces WHERE id = ?", {*produceId}) == 0)
             return FieldProduceUnknown;
         field.produceId = *produceId;
 
-        const auto size = leadingNumber(element.value("range", Json()));
+        const auto size = crop.number("range", NumberText::Leading);
         if (!size || !(*size > 0)) return FieldSizeMissing;
         if (!(*size <= MaxFieldSize)) return FieldSizeTooLarge;
         field.size = *size;
 
-        Json aps = element.value("aps", Json());
-        if (aps.is_null()) aps = Json::array();
-        if (!aps.is_array()) return FieldsInvalid;
-        for (const Json& product : aps) {
-            const auto id = wholeNumber(product);
-            if (!id) return FieldsInvalid;
-            if (std::find(field.products.begin(), field.products.end(), *id) != field.products.end()) continue;
-            if (db.scalar("SELECT COUNT(*) FROM aps WHERE id = ?", {*id}) == 0) return FieldProductUnknown;
-            field.products.push_back(*id);
-        }
-        if (field.products.size() > MaxProductsPerField) return FieldProductsTooMany;
+        const auto products = crop.ids("aps");
+        if (!products) return FieldsInvalid;
+        for (const auto id : *products)
+            if (db.scalar("SELECT COUNT(*) FROM aps WHERE id = ?", {id}) == 0) return FieldProductUnknown;
+        if (products->size() > MaxProductsPerField) return FieldProductsTooMany;
+        field.products = *products;
         out.push_back(std::move(field));
     }
     return std::nullopt;
@@ -174,10 +159,6 @@ SqlValue permission(Answer a) {
     if (a == Answer::No) return std::int64_t(0);
     return nullptr;
 }
-
-struct DealerData {
-    std::string name, taxNumber, identityNumber;
-};
 
 // Inserts the account and spends the hash, inside the caller's transaction. 0 when the hash was
 // spent or the phone registered meanwhile, by a request that raced this one.
@@ -223,96 +204,99 @@ std::int64_t createAccount(Database& db, const Applicant& a, const std::string& 
     return db.lastInsertId();
 }
 
-DealerData readDealer(const ApiCall& call) {
-    return {trimmedText(call, "dealerName"), trimmedText(call, "taxNumber"), trimmedText(call, "TCNo")};
+} // namespace
+
+DealerData readDealer(Params& p, Database& db, std::int64_t exceptUserId) {
+    DealerData dealer;
+    dealer.name = p.required("dealerName", DealerNameMissing);
+    if (characterCount(dealer.name) > 100) p.fail("dealerName", DealerNameTooLong);
+
+    dealer.taxNumber = p.required("taxNumber", TaxNumberMissing);
+    if (!dealer.taxNumber.empty() && !isValidTaxNumber(dealer.taxNumber))
+        p.fail("taxNumber", TaxNumberInvalid);
+    else if (!dealer.taxNumber.empty() &&
+             db.scalar("SELECT COUNT(*) FROM users WHERE tax_number = ? AND id <> ?",
+                       {dealer.taxNumber, exceptUserId}) > 0)
+        p.fail("taxNumber", TaxNumberTaken);
+
+    dealer.identityNumber = p.required("TCNo", IdentityMissing);
+    if (!dealer.identityNumber.empty() && !isValidIdentityNumber(dealer.identityNumber))
+        p.fail("TCNo", IdentityInvalid);
+    return dealer;
+}
+
+namespace {
+
+struct Context {
+    Database& db;
+    Clock now;
+};
+
+Json registerFarmer(const Context& c, const ApiCall& call) {
+    Database& db = c.db;
+    Params p(call);
+    const Applicant applicant = readApplicant(p, db, c.now());
+    std::vector<farms::FarmInput> fields;
+    if (auto problem = readFields(p, db, fields)) p.fail("fields", *problem);
+    checkConsents(p, applicant);
+    if (!p.ok()) return p.rejection();
+
+    std::int64_t userId = 0;
+    std::string token;
+    db.transaction([&] {
+        userId = createAccount(db, applicant, "farmer", true, nullptr);
+        if (!userId) return;
+        // The crops become the farmer's farms, each in its crop's period of this month.
+        const int month = farms::monthInTurkey(c.now());
+        for (const farms::FarmInput& farm : fields)
+            farms::createFarm(db, userId, farm, month);
+        notifications::notify(db, userId, Welcome);
+        token = issueToken(db, userId);
+    });
+    if (!userId) return envelope::rejection({{"hash", HashInvalid}});
+    auto record = userRecord(db, userId, token);
+    if (!record) return envelope::failure(envelope::ServerError, envelope::ServerErrorText);
+    return envelope::success(std::move(*record));
+}
+
+// Sent before the last panel of a dealer's registration; it decides nothing for good, so the
+// registration checks the same again.
+Json checkDealer(Database& db, const ApiCall& call) {
+    Params p(call);
+    readDealer(p, db);
+    if (!p.ok()) return p.rejection();
+    return envelope::success(nullptr);
+}
+
+// A dealer waits for the company's activation: no token, and a login until then ends in the
+// activation notice.
+Json registerDealer(const Context& c, const ApiCall& call) {
+    Database& db = c.db;
+    Params p(call);
+    const Applicant applicant = readApplicant(p, db, c.now());
+    const DealerData dealer = readDealer(p, db);
+    checkConsents(p, applicant);
+    if (!p.ok()) return p.rejection();
+
+    std::int64_t userId = 0;
+    bool taxNumberTaken = false;
+    db.transaction([&] {
+        // Checked again under the lock: two shops may not register one tax number at once.
+        taxNumberTaken = db.scalar("SELECT COUNT(*) FROM users WHERE tax_number = ?", {dealer.taxNumber}) > 0;
+        if (!taxNumberTaken) userId = createAccount(db, applicant, "dealer", false, &dealer);
+    });
+    if (taxNumberTaken) return envelope::rejection({{"taxNumber", TaxNumberTaken}});
+    if (!userId) return envelope::rejection({{"hash", HashInvalid}});
+    return envelope::success(nullptr, DealerRegistered);
 }
 
 } // namespace
 
-envelope::FieldErrors dealerErrors(Database& db, const std::string& dealerName, const std::string& taxNumber,
-                                   const std::string& identityNumber, std::int64_t exceptUserId) {
-    envelope::FieldErrors errors;
-    if (dealerName.empty())
-        errors.emplace_back("dealerName", DealerNameMissing);
-    else if (characterCount(dealerName) > 100)
-        errors.emplace_back("dealerName", DealerNameTooLong);
-
-    if (taxNumber.empty())
-        errors.emplace_back("taxNumber", TaxNumberMissing);
-    else if (!isValidTaxNumber(taxNumber))
-        errors.emplace_back("taxNumber", TaxNumberInvalid);
-    else if (db.scalar("SELECT COUNT(*) FROM users WHERE tax_number = ? AND id <> ?",
-                       {taxNumber, exceptUserId}) > 0)
-        errors.emplace_back("taxNumber", TaxNumberTaken);
-
-    if (identityNumber.empty())
-        errors.emplace_back("TCNo", IdentityMissing);
-    else if (!isValidIdentityNumber(identityNumber))
-        errors.emplace_back("TCNo", IdentityInvalid);
-    return errors;
-}
-
 void registerRegistrationCommands(Dispatch& dispatch, Database& db, Clock clock) {
-    Clock now = clock ? clock : Clock(systemSeconds);
-
-    dispatch.add("farmer/register", false, [&db, now](const ApiCall& call) {
-        Applicant applicant;
-        auto errors = readApplicant(call, db, now(), applicant);
-        std::vector<farms::FarmInput> fields;
-        if (auto problem = readFields(call, db, fields)) errors.emplace_back("fields", *problem);
-        checkConsents(call, applicant, errors);
-        if (!errors.empty()) return rejected(errors);
-
-        std::int64_t userId = 0;
-        std::string token;
-        db.transaction([&] {
-            userId = createAccount(db, applicant, "farmer", true, nullptr);
-            if (!userId) return;
-            // The crops become the farmer's farms, each in its crop's period of this month.
-            const int month = farms::monthInTurkey(now());
-            for (const farms::FarmInput& farm : fields)
-                farms::createFarm(db, userId, farm, month);
-            notifications::notify(db, userId, Welcome);
-            token = issueToken(db, userId);
-        });
-        if (!userId) return rejected({{"hash", HashInvalid}});
-        auto record = userRecord(db, userId, token);
-        if (!record) return envelope::failure(envelope::ServerError, envelope::ServerErrorText);
-        return envelope::success(std::move(*record));
-    });
-
-    // Sent before the last panel of a dealer's registration; it decides nothing for good, so the
-    // registration checks the same again.
-    dispatch.add("dealer/check-information-field", false, [&db](const ApiCall& call) {
-        const DealerData dealer = readDealer(call);
-        const auto errors = dealerErrors(db, dealer.name, dealer.taxNumber, dealer.identityNumber);
-        if (!errors.empty()) return rejected(errors);
-        return envelope::success(nullptr);
-    });
-
-    // A dealer waits for the company's activation: no token, and a login until then ends in the
-    // activation notice.
-    dispatch.add("dealer/register", false, [&db, now](const ApiCall& call) {
-        Applicant applicant;
-        auto errors = readApplicant(call, db, now(), applicant);
-        const DealerData dealer = readDealer(call);
-        for (auto& error : dealerErrors(db, dealer.name, dealer.taxNumber, dealer.identityNumber))
-            errors.push_back(std::move(error));
-        checkConsents(call, applicant, errors);
-        if (!errors.empty()) return rejected(errors);
-
-        std::int64_t userId = 0;
-        bool taxNumberTaken = false;
-        db.transaction([&] {
-            // Checked again under the lock: two shops may not register one tax number at once.
-            taxNumberTaken =
-                db.scalar("SELECT COUNT(*) FROM users WHERE tax_number = ?", {dealer.taxNumber}) > 0;
-            if (!taxNumberTaken) userId = createAccount(db, applicant, "dealer", false, &dealer);
-        });
-        if (taxNumberTaken) return rejected({{"taxNumber", TaxNumberTaken}});
-        if (!userId) return rejected({{"hash", HashInvalid}});
-        return envelope::success(nullptr, DealerRegistered);
-    });
+    const Context c{db, clock ? clock : Clock(systemSeconds)};
+    dispatch.add("farmer/register", Access::Public, registerFarmer, c);
+    dispatch.add("dealer/check-information-field", Access::Public, checkDealer, db);
+    dispatch.add("dealer/register", Access::Public, registerDealer, c);
 }
 
 } // namespace ekinora::server::accounts

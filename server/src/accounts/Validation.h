@@ -1,8 +1,6 @@
 #pragma once
 
-#include "core/ApiCall.h"
-
-#include <optional>
+#include <cstddef>
 #include <string>
 
 namespace ekinora::server::accounts {
@@ -18,24 +16,7 @@ bool isValidTaxNumber(const std::string& text);
 // A plausible e-mail address: one "@", something before it, a dotted domain after it, no blanks.
 bool isValidEmail(const std::string& text);
 
-// Blanks at both ends removed.
-std::string trimmed(const std::string& text);
-
 // Characters, not bytes, of a UTF-8 text.
 size_t characterCount(const std::string& text);
-
-// A parameter as trimmed text; "" when absent or null.
-std::string trimmedText(const ApiCall& call, const std::string& name);
-
-// A permission answer: "1" or "0" (also sent as a number or a boolean).
-enum class Answer { Absent, Yes, No, Invalid };
-Answer answer(const ApiCall& call, const std::string& name);
-
-// A size as the app's float conversion reads it: the leading number of the text ("12a" is 12,
-// "abc" is 0). nullopt only for a value that is neither text nor number.
-std::optional<double> leadingNumber(const Json& value);
-
-// A whole number sent as a JSON number or as its text.
-std::optional<std::int64_t> wholeNumber(const Json& value);
 
 } // namespace ekinora::server::accounts

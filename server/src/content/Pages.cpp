@@ -1,6 +1,7 @@
 #include "content/Pages.h"
 
 #include "core/Envelope.h"
+#include "core/Params.h"
 
 namespace ekinora::server::content {
 
@@ -64,13 +65,19 @@ void seedPages(Database& db) {
                    {std::string(page.slug), std::string(page.name), std::string(page.text)});
 }
 
+namespace {
+
+Json page(Database& db, const ApiCall& call) {
+    auto page = db.queryRow("SELECT slug, name, text FROM pages WHERE slug = ?",
+                            {Params(call).text("slug").value_or("")});
+    if (!page) return envelope::rejection({{"slug", PageNotFound}});
+    return envelope::success(Json{{"page", std::move(*page)}});
+}
+
+} // namespace
+
 void registerPageCommands(Dispatch& dispatch, Database& db) {
-    dispatch.add("page/detail", false, [&db](const ApiCall& call) {
-        auto page = db.queryRow("SELECT slug, name, text FROM pages WHERE slug = ?",
-                                {call.text("slug").value_or("")});
-        if (!page) return envelope::rejection(PageNotFound, {{"slug", PageNotFound}});
-        return envelope::success(Json{{"page", std::move(*page)}});
-    });
+    dispatch.add("page/detail", Access::Public, page, db);
 }
 
 } // namespace ekinora::server::content

@@ -2,19 +2,6 @@
 
 namespace ekinora::server {
 
-bool ApiCall::has(const std::string& name) const {
-    auto it = params.find(name);
-    return it != params.end() && !it->is_null();
-}
-
-std::optional<std::string> ApiCall::text(const std::string& name) const {
-    auto it = params.find(name);
-    if (it == params.end() || it->is_null()) return std::nullopt;
-    if (it->is_string()) return it->get<std::string>();
-    if (it->is_boolean()) return it->get<bool>() ? "1" : "0";
-    return it->dump();
-}
-
 namespace {
 
 int hexValue(char c) {

@@ -20,13 +20,8 @@ struct ApiCall {
     Json params = Json::object();
     std::string token;       // the bearer token sent, "" for none
     std::int64_t userId = 0; // the account of the token, for commands that need one
+    std::string role;        // that account's "type"; "" for public commands
     std::string baseUrl;     // "http://host:port" the client reached, for absolute media addresses
-
-    // Present and not JSON null.
-    bool has(const std::string& name) const;
-    // The parameter as text: strings as they are, numbers and booleans written out, absent or
-    // null as nullopt.
-    std::optional<std::string> text(const std::string& name) const;
 };
 
 using QueryItems = std::vector<std::pair<std::string, std::string>>;

@@ -20,7 +20,13 @@ std::string bearerToken(const std::optional<std::string>& authorizationHeader, c
 
 } // namespace auth
 
+// The signed-in account a token stands for.
+struct Caller {
+    std::int64_t id = 0;
+    std::string role; // the account's "type"
+};
+
 // Finds the account of a token; nullopt for an unknown token or an account that is not active.
-using TokenResolver = std::function<std::optional<std::int64_t>(const std::string& token)>;
+using TokenResolver = std::function<std::optional<Caller>(const std::string& token)>;
 
 } // namespace ekinora::server

@@ -7,9 +7,16 @@
 
 namespace ekinora::server {
 
-void Dispatch::add(const std::string& name, bool needsAuth, Handler handler) {
-    if (!m_commands.emplace(name, Command{needsAuth, std::move(handler)}).second)
+void Dispatch::add(const std::string& name, Access access, Handler handler) {
+    if (!m_commands.emplace(name, Command{access, std::move(handler)}).second)
         throw std::logic_error("command registered twice: " + name);
+}
+
+std::vector<std::pair<std::string, Access>> Dispatch::commands() const {
+    std::vector<std::pair<std::string, Access>> out;
+    for (const auto& [name, command] : m_commands)
+        out.emplace_back(name, command.access);
+    return out;
 }
 
 Json Dispatch::handle(ApiCall call) const {
@@ -17,13 +24,16 @@ Json Dispatch::handle(ApiCall call) const {
     if (it == m_commands.end()) return envelope::failure(envelope::NotFound, envelope::UnknownCommand);
 
     const Command& command = it->second;
-    if (command.needsAuth) {
-        std::optional<std::int64_t> user;
-        if (!call.token.empty()) user = m_resolver(call.token);
-        if (!user) return envelope::failure(envelope::Unauthorized, envelope::SessionExpired);
-        call.userId = *user;
-    } else {
-        call.userId = 0;
+    call.userId = 0;
+    call.role.clear();
+    if (command.access != Access::Public) {
+        std::optional<Caller> caller;
+        if (!call.token.empty()) caller = m_resolver(call.token);
+        if (!caller) return envelope::failure(envelope::Unauthorized, envelope::SessionExpired);
+        if (!allows(command.access, caller->role))
+            return envelope::failure(envelope::Forbidden, envelope::NotAllowed);
+        call.userId = caller->id;
+        call.role = std::move(caller->role);
     }
 
     try {

@@ -23,6 +23,10 @@ Json rejection(const std::string& message, const FieldErrors& errors, Json data)
     return reply;
 }
 
+Json rejection(const FieldErrors& errors, Json data) {
+    return rejection(errors.empty() ? std::string() : errors.front().second, errors, std::move(data));
+}
+
 Json failure(int status, const std::string& message) {
     Json reply = Json::object();
     reply["status"] = status;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,12 +20,18 @@ inline constexpr int Rejected = 400;
 inline constexpr int Unauthorized = 401;
 inline constexpr int NotFound = 404;
 inline constexpr int Forbidden = 403;
+inline constexpr int TooLarge = 413;
 inline constexpr int ServerError = 500;
 
 inline const std::string UnknownCommand = "Bilinmeyen komut";
 inline const std::string SessionExpired = "Oturumunuz sona erdi, lütfen tekrar giriş yapınız.";
 inline const std::string NotFoundText = "Aradığınız adres bulunamadı";
 inline const std::string ServerErrorText = "Beklenmeyen bir hata oluştu, lütfen daha sonra tekrar deneyiniz.";
+inline const std::string NotAllowed = "Bu işlem için yetkiniz bulunmuyor.";
+inline const std::string TooLargeText = "Gönderilen bilgi çok büyük, en fazla 1 MB gönderilebilir.";
+
+// The largest body a request may carry; a larger one is refused before it is read.
+inline constexpr size_t BodyLimit = 1024 * 1024;
 
 using FieldErrors = std::vector<std::pair<std::string, std::string>>;
 
@@ -32,6 +39,8 @@ Json success(Json data = Json::object(), Json message = "");
 // A rejection of the input: "errors" keeps the fields in the order given, since the app shows
 // the first one.
 Json rejection(const std::string& message, const FieldErrors& errors, Json data = nullptr);
+// The same with the first error as "message": what the app shows.
+Json rejection(const FieldErrors& errors, Json data = nullptr);
 Json failure(int status, const std::string& message);
 
 // UTF-8 as it is (no \u escapes); malformed bytes from a client are replaced, never thrown on.

@@ -234,6 +234,11 @@ struct Server::Impl {
     }
 
     void api(const httplib::Request& req, httplib::Response& res) {
+        // A chunked body has no length to refuse it by beforehand; it is refused before it is parsed.
+        if (req.body.size() > envelope::BodyLimit) {
+            t_context.envelopeStatus = envelope::TooLarge;
+            return sendJson(res, envelope::failure(envelope::TooLarge, envelope::TooLargeText), 413);
+        }
         const auto question = req.target.find('?');
         const std::string_view rawQuery = question == std::string::npos
                                               ? std::string_view()
@@ -439,7 +444,9 @@ struct Server::Impl {
         server.set_error_handler(
             httplib::Server::HandlerWithResponse([](const httplib::Request&, httplib::Response& res) {
                 if (!res.body.empty()) return httplib::Server::HandlerResponse::Unhandled;
-                sendJson(res, envelope::failure(res.status, "İstek işlenemedi"), res.status);
+                const std::string text =
+                    res.status == envelope::TooLarge ? envelope::TooLargeText : "İstek işlenemedi";
+                sendJson(res, envelope::failure(res.status, text), res.status);
                 return httplib::Server::HandlerResponse::Handled;
             }));
         server.set_exception_handler(
@@ -456,7 +463,8 @@ struct Server::Impl {
         if (!options.quiet)
             server.set_logger(
                 [this](const httplib::Request& req, const httplib::Response& res) { logLine(req, res); });
-        server.set_payload_max_length(64 * 1024 * 1024);
+        // A body announced larger than this is read past without being kept; the error handler answers.
+        server.set_payload_max_length(envelope::BodyLimit);
         // Headers and body go out in separate writes; without this each reply on a kept-alive
         // connection waits for the client's delayed acknowledgement (some 40 ms).
         server.set_tcp_nodelay(true);
@@ -562,6 +570,11 @@ std::vector<RecordedRequest> Server::requests() const {
 
 void Server::clearRequests() {
     d->log.clear();
+}
+
+std::vector<std::pair<std::string, Access>> Server::commands() const {
+    d->database();
+    return d->dispatch->commands();
 }
 
 std::string Server::demoAccountsText() const {

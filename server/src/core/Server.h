@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Access.h"
 #include "core/Clock.h"
 #include "core/RequestLog.h"
 
@@ -53,6 +54,9 @@ public:
     // The requests received, in order, the last 10 000 of them (the /_demo controls excepted).
     std::vector<RecordedRequest> requests() const;
     void clearRequests();
+
+    // The /api commands with who may send them, by name.
+    std::vector<std::pair<std::string, Access>> commands() const;
 
     // The lines printed at start: one per demo account with role, name, phone and token.
     std::string demoAccountsText() const;

@@ -1,11 +1,9 @@
 #include "farms/Farms.h"
 
+#include "core/Params.h"
 #include "farms/Calendar.h"
 
-#include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <map>
 
 namespace ekinora::server::farms {
@@ -23,85 +21,6 @@ const std::string TooManyFarms = "En fazla 3 tarla ekleyebilirsiniz.";
 const std::string FarmNotFound = "Tarla bulunamadı.";
 const std::string UnknownPeriod = "Lütfen geçerli bir dönem seçiniz.";
 
-std::string trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(" \t\r\n");
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
-}
-
-// A parameter that was not sent, or sent empty.
-bool blank(const Json& value) {
-    return value.is_null() || (value.is_string() && trimmed(value.get<std::string>()).empty());
-}
-
-// An id as a number or as the text of one.
-std::optional<std::int64_t> integerValue(const Json& value) {
-    if (value.is_number_integer()) return value.get<std::int64_t>();
-    if (value.is_number_float()) {
-        const double d = value.get<double>();
-        if (std::isfinite(d) && d == std::floor(d) && std::fabs(d) < 1e15) return std::int64_t(d);
-        return std::nullopt;
-    }
-    if (!value.is_string()) return std::nullopt;
-    const std::string text = trimmed(value.get<std::string>());
-    std::int64_t out = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), out);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return out;
-}
-
-// A size as a number or as a text, with a decimal point or a decimal comma.
-std::optional<double> numberValue(const Json& value) {
-    if (value.is_number()) return value.get<double>();
-    if (!value.is_string()) return std::nullopt;
-    std::string text = trimmed(value.get<std::string>());
-    std::replace(text.begin(), text.end(), ',', '.');
-    char* end = nullptr;
-    const double d = std::strtod(text.c_str(), &end);
-    if (text.empty() || *end || !std::isfinite(d)) return std::nullopt;
-    return d;
-}
-
-// "aps" as the JSON array the app sends, or as the text of one, or ids separated by commas.
-std::optional<std::vector<std::int64_t>> idList(const Json& value) {
-    Json list = value;
-    if (value.is_string()) {
-        list = Json::parse(value.get<std::string>(), nullptr, false);
-        if (!list.is_array()) {
-            list = Json::array();
-            const std::string text = value.get<std::string>();
-            for (size_t start = 0; start <= text.size();) {
-                const size_t comma = std::min(text.find(',', start), text.size());
-                if (!trimmed(text.substr(start, comma - start)).empty())
-                    list.push_back(text.substr(start, comma - start));
-                start = comma + 1;
-            }
-        }
-    } else if (!value.is_array()) {
-        list = Json::array({value});
-    }
-    std::vector<std::int64_t> ids;
-    for (const auto& element : list) {
-        auto id = integerValue(element);
-        if (!id) return std::nullopt;
-        if (std::find(ids.begin(), ids.end(), *id) == ids.end()) ids.push_back(*id);
-    }
-    return ids;
-}
-
-Json member(const Json& params, const char* name) {
-    auto it = params.find(name);
-    return it == params.end() ? Json() : *it;
-}
-
-Json rejected(const envelope::FieldErrors& errors) {
-    return envelope::rejection(errors.front().second, errors);
-}
-
-Json rejected(const std::string& field, const std::string& message) {
-    return envelope::rejection(message, {{field, message}});
-}
-
 // A whole number of dekar reads as one ("120", not "120.0") in the app's plain text.
 Json sizeValue(double size) {
     if (size == std::floor(size) && std::fabs(size) < 1e15) return std::int64_t(size);
@@ -110,7 +29,7 @@ Json sizeValue(double size) {
 
 // The farm the parameter "id" names, if it is the caller's.
 std::optional<Json> ownFarm(Database& db, const ApiCall& call) {
-    auto id = integerValue(member(call.params, "id"));
+    auto id = Params(call).integer("id");
     if (!id) return std::nullopt;
     return db.queryRow("SELECT id, produce_id, period_id FROM farms WHERE id = ? AND user_id = ?",
                        {*id, call.userId});
@@ -175,51 +94,44 @@ Json records(Database& db, std::int64_t userId, std::optional<std::int64_t> only
     return list;
 }
 
-} // namespace
-
-std::optional<FarmInput> readFarm(Database& db, const Json& params, envelope::FieldErrors& errors) {
-    const auto before = errors.size();
+// "produceId", "range" and "aps" in any of the forms the app uses; what is wrong goes into p in that
+// order. The limit on the number of farms is the caller's.
+std::optional<FarmInput> readFarm(Database& db, Params& p) {
     FarmInput farm;
-
-    const Json crop = member(params, "produceId");
-    if (blank(crop)) {
-        errors.emplace_back("produceId", NoCrop);
-    } else {
-        auto id = integerValue(crop);
-        if (!id || !db.scalar("SELECT COUNT(*) FROM produces WHERE id = ?", {*id}))
-            errors.emplace_back("produceId", UnknownCrop);
-        else
-            farm.produceId = *id;
-    }
+    const auto crop = p.requiredInteger("produceId", NoCrop, UnknownCrop);
+    if (crop && !db.scalar("SELECT COUNT(*) FROM produces WHERE id = ?", {*crop}))
+        p.fail("produceId", UnknownCrop);
+    else if (crop)
+        farm.produceId = *crop;
 
     // The app turns an empty or unreadable size field into 0.
-    const auto size = numberValue(member(params, "range"));
+    const auto size = p.number("range", NumberText::PointOrComma);
     if (!size || *size == 0)
-        errors.emplace_back("range", NoSize);
+        p.fail("range", NoSize);
     else if (*size < 0)
-        errors.emplace_back("range", NegativeSize);
+        p.fail("range", NegativeSize);
     else if (*size > MaxSizeDekar)
-        errors.emplace_back("range", SizeTooLarge);
+        p.fail("range", SizeTooLarge);
     else
         farm.size = *size;
 
-    const Json products = member(params, "aps");
-    if (!blank(products)) {
-        auto ids = idList(products);
-        bool known = ids.has_value();
-        for (size_t i = 0; known && i < ids->size(); ++i)
-            known = db.scalar("SELECT COUNT(*) FROM aps WHERE id = ?", {(*ids)[i]}) > 0;
-        if (!known)
-            errors.emplace_back("aps", UnknownProduct);
-        else if (int(ids->size()) > MaxProducts)
-            errors.emplace_back("aps", TooManyProducts);
-        else
-            farm.products = std::move(*ids);
-    }
+    // "aps" left out means no products: the app sends none when the farmer has deselected them all.
+    auto products = p.ids("aps");
+    bool known = products.has_value();
+    for (size_t i = 0; known && i < products->size(); ++i)
+        known = db.scalar("SELECT COUNT(*) FROM aps WHERE id = ?", {(*products)[i]}) > 0;
+    if (!known)
+        p.fail("aps", UnknownProduct);
+    else if (int(products->size()) > MaxProducts)
+        p.fail("aps", TooManyProducts);
+    else
+        farm.products = std::move(*products);
 
-    if (errors.size() > before) return std::nullopt;
+    if (!p.ok()) return std::nullopt;
     return farm;
 }
+
+} // namespace
 
 std::int64_t createFarm(Database& db, std::int64_t userId, const FarmInput& farm, int month) {
     auto guard = db.lock();
@@ -237,26 +149,27 @@ Json farmRecords(Database& db, std::int64_t userId, const std::string& baseUrl) 
 
 namespace {
 
+const envelope::FieldErrors NotFound = {{"id", FarmNotFound}};
+
 struct Saved {
     std::optional<Json> refusal;
     std::int64_t farmId = 0;
 };
 
-// `produce/set`: creates a farm, or with "id" updates one of the caller's. "aps" left out means no
-// products: the app sends none when the farmer has deselected them all. Runs in a transaction, so
-// that two requests together cannot pass the limit.
+// Creates a farm, or with "id" updates one of the caller's. Runs in a transaction, so that two
+// requests together cannot pass the limit.
 Saved saveFarm(Database& db, const ApiCall& call, int month) {
+    Params p(call);
     std::optional<Json> existing;
-    if (call.params.contains("id") && !call.params.at("id").is_null()) {
+    if (p.has("id")) {
         existing = ownFarm(db, call);
-        if (!existing) return {rejected("id", FarmNotFound)};
+        if (!existing) return {envelope::rejection(NotFound)};
     } else if (db.scalar("SELECT COUNT(*) FROM farms WHERE user_id = ?", {call.userId}) >= MaxFarms) {
-        return {rejected("farms", TooManyFarms)};
+        return {envelope::rejection({{"farms", TooManyFarms}})};
     }
 
-    envelope::FieldErrors errors;
-    auto farm = readFarm(db, call.params, errors);
-    if (!farm) return {rejected(errors)};
+    auto farm = readFarm(db, p);
+    if (!farm) return {p.rejection()};
     if (!existing) return {std::nullopt, createFarm(db, call.userId, *farm, month)};
 
     const auto id = existing->at("id").get<std::int64_t>();
@@ -274,58 +187,69 @@ Saved saveFarm(Database& db, const ApiCall& call, int month) {
     return {std::nullopt, id};
 }
 
+struct Context {
+    Database& db;
+    Clock now;
+};
+
+Json listFarms(Database& db, const ApiCall& call) {
+    return envelope::success(Json{{"farmerProduces", farmRecords(db, call.userId, call.baseUrl)}});
+}
+
+Json setFarm(const Context& c, const ApiCall& call) {
+    auto guard = c.db.lock();
+    Saved saved;
+    c.db.transaction([&] { saved = saveFarm(c.db, call, monthInTurkey(c.now())); });
+    if (saved.refusal) return *saved.refusal;
+    return envelope::success(
+        Json{{"farmerProduce", records(c.db, call.userId, saved.farmId, call.baseUrl).at(0)}});
+}
+
+Json deleteFarm(Database& db, const ApiCall& call) {
+    auto guard = db.lock();
+    auto farm = ownFarm(db, call);
+    if (!farm) return envelope::rejection(NotFound);
+    db.execute("DELETE FROM farms WHERE id = ?", {farm->at("id").get<std::int64_t>()});
+    return envelope::success(nullptr);
+}
+
+Json farmPeriods(Database& db, const ApiCall& call) {
+    auto guard = db.lock();
+    auto farm = ownFarm(db, call);
+    if (!farm) return envelope::rejection(NotFound);
+    const Json& period = farm->at("period_id");
+    return envelope::success(Json{
+        {"periodId", period.is_null() ? Json(0) : period},
+        {"periods", cropPeriods(db, farm->at("produce_id").get<std::int64_t>(), call.baseUrl)},
+        {"pests",
+         period.is_null() ? Json::array() : pestGroups(db, period.get<std::int64_t>(), call.baseUrl)},
+    });
+}
+
+Json setPeriod(Database& db, const ApiCall& call) {
+    auto guard = db.lock();
+    auto farm = ownFarm(db, call);
+    if (!farm) return envelope::rejection(NotFound);
+    auto periodId = Params(call).integer("periodId");
+    auto period = periodId ? db.queryRow("SELECT id, name FROM periods WHERE id = ? AND produce_id = ?",
+                                         {*periodId, farm->at("produce_id").get<std::int64_t>()})
+                           : std::nullopt;
+    if (!period) return envelope::rejection({{"periodId", UnknownPeriod}});
+    db.execute("UPDATE farms SET period_id = ? WHERE id = ?",
+               {*periodId, farm->at("id").get<std::int64_t>()});
+    return envelope::success(Json{{"periodId", period->at("id")}, {"period", period->at("name")}});
+}
+
 } // namespace
 
+// Farms are kept by the farmer side only; each account reaches its own farms and no other's.
 void registerFarmCommands(Dispatch& dispatch, Database& db, Clock clock) {
-    if (!clock) clock = systemSeconds;
-
-    dispatch.add("farmer/produces", true, [&db](const ApiCall& call) {
-        return envelope::success(Json{{"farmerProduces", farmRecords(db, call.userId, call.baseUrl)}});
-    });
-
-    dispatch.add("produce/set", true, [&db, clock](const ApiCall& call) {
-        auto guard = db.lock();
-        Saved saved;
-        db.transaction([&] { saved = saveFarm(db, call, monthInTurkey(clock())); });
-        if (saved.refusal) return *saved.refusal;
-        return envelope::success(
-            Json{{"farmerProduce", records(db, call.userId, saved.farmId, call.baseUrl).at(0)}});
-    });
-
-    dispatch.add("produce/delete", true, [&db](const ApiCall& call) {
-        auto guard = db.lock();
-        auto farm = ownFarm(db, call);
-        if (!farm) return rejected("id", FarmNotFound);
-        db.execute("DELETE FROM farms WHERE id = ?", {farm->at("id").get<std::int64_t>()});
-        return envelope::success(nullptr);
-    });
-
-    dispatch.add("produce/periods", true, [&db](const ApiCall& call) {
-        auto guard = db.lock();
-        auto farm = ownFarm(db, call);
-        if (!farm) return rejected("id", FarmNotFound);
-        const Json& period = farm->at("period_id");
-        return envelope::success(Json{
-            {"periodId", period.is_null() ? Json(0) : period},
-            {"periods", cropPeriods(db, farm->at("produce_id").get<std::int64_t>(), call.baseUrl)},
-            {"pests",
-             period.is_null() ? Json::array() : pestGroups(db, period.get<std::int64_t>(), call.baseUrl)},
-        });
-    });
-
-    dispatch.add("produce/set-period", true, [&db](const ApiCall& call) {
-        auto guard = db.lock();
-        auto farm = ownFarm(db, call);
-        if (!farm) return rejected("id", FarmNotFound);
-        auto periodId = integerValue(member(call.params, "periodId"));
-        auto period = periodId ? db.queryRow("SELECT id, name FROM periods WHERE id = ? AND produce_id = ?",
-                                             {*periodId, farm->at("produce_id").get<std::int64_t>()})
-                               : std::nullopt;
-        if (!period) return rejected("periodId", UnknownPeriod);
-        db.execute("UPDATE farms SET period_id = ? WHERE id = ?",
-                   {*periodId, farm->at("id").get<std::int64_t>()});
-        return envelope::success(Json{{"periodId", period->at("id")}, {"period", period->at("name")}});
-    });
+    const Context c{db, clock ? clock : Clock(systemSeconds)};
+    dispatch.add("farmer/produces", Access::FarmerSide, listFarms, db);
+    dispatch.add("produce/set", Access::FarmerSide, setFarm, c);
+    dispatch.add("produce/delete", Access::FarmerSide, deleteFarm, db);
+    dispatch.add("produce/periods", Access::FarmerSide, farmPeriods, db);
+    dispatch.add("produce/set-period", Access::FarmerSide, setPeriod, db);
 }
 
 } // namespace ekinora::server::farms

@@ -22,12 +22,6 @@ struct FarmInput {
     std::vector<std::int64_t> products; // `aps` ids, without repeats, in the order sent
 };
 
-// Reads "produceId", "range" and "aps" in any of the forms the app uses (numbers or texts of
-// numbers, "aps" as a JSON array of ids). nullopt with the Turkish messages in `errors`, in the
-// order "produceId", "range", "aps", when the farm cannot be saved. The limit on the number of
-// farms is the caller's.
-std::optional<FarmInput> readFarm(Database& db, const Json& params, envelope::FieldErrors& errors);
-
 // Stores a new farm of the account, in the period the crop is in during this month (1 to 12).
 // Returns its id.
 std::int64_t createFarm(Database& db, std::int64_t userId, const FarmInput& farm, int month);
@@ -37,7 +31,7 @@ std::int64_t createFarm(Database& db, std::int64_t userId, const FarmInput& farm
 Json farmRecords(Database& db, std::int64_t userId, const std::string& baseUrl);
 
 // `farmer/produces`, `produce/set`, `produce/delete`, `produce/periods`, `produce/set-period`:
-// all need a token, and each account reaches only its own farms.
+// for the farmer side, each account reaching only its own farms.
 void registerFarmCommands(Dispatch& dispatch, Database& db, Clock clock);
 
 } // namespace ekinora::server::farms

@@ -69,20 +69,27 @@ void seedProduces(Database& db) {
     });
 }
 
-void registerProduceCommands(Dispatch& dispatch, Database& db) {
-    // "farmerprio" (sent by the grant search) asks for the same list.
-    dispatch.add("produces", false, [&db](const ApiCall& call) {
-        Json list = Json::array();
-        for (auto& row : db.query("SELECT id, name, image_path FROM produces ORDER BY sort_order"))
-            list.push_back(Json{{"id", row.at("id")},
-                                {"name", row.at("name")},
-                                {"image", call.baseUrl + row.at("image_path").get<std::string>()}});
-        return envelope::success(Json{{"produces", std::move(list)}});
-    });
+namespace {
 
-    dispatch.add("produce/aps", false, [&db](const ApiCall&) {
-        return envelope::success(Json{{"aps", db.query("SELECT id, name FROM aps ORDER BY sort_order")}});
-    });
+// "farmerprio" (sent by the grant search) asks for the same list.
+Json crops(Database& db, const ApiCall& call) {
+    Json list = Json::array();
+    for (auto& row : db.query("SELECT id, name, image_path FROM produces ORDER BY sort_order"))
+        list.push_back(Json{{"id", row.at("id")},
+                            {"name", row.at("name")},
+                            {"image", call.baseUrl + row.at("image_path").get<std::string>()}});
+    return envelope::success(Json{{"produces", std::move(list)}});
+}
+
+Json products(Database& db, const ApiCall&) {
+    return envelope::success(Json{{"aps", db.query("SELECT id, name FROM aps ORDER BY sort_order")}});
+}
+
+} // namespace
+
+void registerProduceCommands(Dispatch& dispatch, Database& db) {
+    dispatch.add("produces", Access::Public, crops, db);
+    dispatch.add("produce/aps", Access::Public, products, db);
 }
 
 } // namespace ekinora::server::farms

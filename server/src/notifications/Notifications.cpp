@@ -2,6 +2,7 @@
 
 #include "accounts/DemoAccounts.h"
 #include "core/Envelope.h"
+#include "core/Params.h"
 
 namespace ekinora::server::notifications {
 
@@ -69,10 +70,18 @@ Json list(Database& db, std::int64_t userId, bool markRead) {
     return Json{{"notifications", std::move(notices)}, {"unreadCount", unread}};
 }
 
+namespace {
+
+// "ignore_read" "0" marks what is listed as read; anything else leaves the marks alone.
+Json notices(Database& db, const ApiCall& call) {
+    return envelope::success(list(db, call.userId, Params(call).answer("ignore_read") == Answer::No));
+}
+
+} // namespace
+
+// Every signed-in screen has the bell, whatever the role.
 void registerNotificationCommands(Dispatch& dispatch, Database& db) {
-    dispatch.add("notifications", true, [&db](const ApiCall& call) {
-        return envelope::success(list(db, call.userId, call.text("ignore_read").value_or("1") == "0"));
-    });
+    dispatch.add("notifications", Access::Account, notices, db);
 }
 
 } // namespace ekinora::server::notifications

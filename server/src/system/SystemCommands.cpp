@@ -8,23 +8,31 @@
 
 namespace ekinora::server::sys {
 
+namespace {
+
+// The text travels in "message" as an object, unlike every other command.
+Json maintenance(Database& db, const ApiCall&) {
+    const auto state = Settings(db).maintenance();
+    return envelope::success(Json{{"maintenance", state.on}}, Json{{"text", state.text}});
+}
+
+Json popup(Database& db, const ApiCall& call) {
+    return envelope::success(Json{{"popup", currentPopup(db, call.userId, call.baseUrl)}});
+}
+
+Json appVersion(Database& db, const ApiCall& call) {
+    Settings settings(db);
+    return envelope::success(Json{{"version", settings.publishedVersion()},
+                                  {"storeUrl", call.baseUrl + StorePath},
+                                  {"notes", settings.versionNotes()}});
+}
+
+} // namespace
+
 void registerCommands(Dispatch& dispatch, Database& db) {
-    // The text travels in "message" as an object, unlike every other command.
-    dispatch.add("maintenance", false, [&db](const ApiCall&) {
-        const auto state = Settings(db).maintenance();
-        return envelope::success(Json{{"maintenance", state.on}}, Json{{"text", state.text}});
-    });
-
-    dispatch.add("popup", true, [&db](const ApiCall& call) {
-        return envelope::success(Json{{"popup", currentPopup(db, call.userId, call.baseUrl)}});
-    });
-
-    dispatch.add("app/version", false, [&db](const ApiCall& call) {
-        Settings settings(db);
-        return envelope::success(Json{{"version", settings.publishedVersion()},
-                                      {"storeUrl", call.baseUrl + StorePath},
-                                      {"notes", settings.versionNotes()}});
-    });
+    dispatch.add("maintenance", Access::Public, maintenance, db);
+    dispatch.add("popup", Access::Account, popup, db);
+    dispatch.add("app/version", Access::Public, appVersion, db);
 }
 
 Json probeReply(Database& db) {
@@ -32,11 +40,6 @@ Json probeReply(Database& db) {
     if (probe.down) return Json{{"status", false}, {"message", probe.message}};
     return Json{{"status", true}, {"message", ""}};
 }
-
-namespace {
-
-
-} // namespace
 
 std::string storePage(Database& db) {
     Settings settings(db);

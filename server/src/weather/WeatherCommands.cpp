@@ -1,8 +1,8 @@
 #include "weather/WeatherCommands.h"
 
 #include "core/Envelope.h"
+#include "core/Params.h"
 
-#include <charconv>
 #include <cmath>
 #include <variant>
 
@@ -19,18 +19,6 @@ const std::string LegacyCommand = "getWeatherInformationForDay";
 
 // Farther than this from every county centre, a point is outside the country.
 constexpr double CoverageKm = 75.0;
-
-// A plain decimal ("37.5468", "-3", "41.00"); no exponent tricks, no infinities.
-std::optional<double> decimal(const std::optional<std::string>& text, double limit) {
-    if (!text || text->empty()) return std::nullopt;
-    double value = 0;
-    const char* begin = text->data();
-    const char* end = begin + text->size();
-    const auto [stop, error] = std::from_chars(begin, end, value, std::chars_format::fixed);
-    if (error != std::errc() || stop != end || !std::isfinite(value) || std::abs(value) > limit)
-        return std::nullopt;
-    return value;
-}
 
 struct Question {
     Place place;
@@ -67,7 +55,8 @@ Json dayJson(const DayWeather& day, const std::string& baseUrl) {
 
 } // namespace
 
-WeatherService::WeatherService(Database& db, Clock clock) : m_clock(clock ? std::move(clock) : Clock(systemSeconds)) {
+WeatherService::WeatherService(Database& db, Clock clock)
+    : m_clock(clock ? std::move(clock) : Clock(systemSeconds)) {
     for (const auto& row : db.query("SELECT city_id, latitude, longitude FROM counties ORDER BY id"))
         m_counties.push_back({row.at("latitude").get<double>(), row.at("longitude").get<double>(),
                               row.at("city_id").get<std::int64_t>()});
@@ -78,7 +67,8 @@ std::optional<Place> WeatherService::placeAt(double latitude, double longitude) 
     const County* nearest = nullptr;
     double best = 0;
     for (const auto& county : m_counties) {
-        const double x = (county.longitude - longitude) * std::cos((county.latitude + latitude) / 2 * Radians);
+        const double x =
+            (county.longitude - longitude) * std::cos((county.latitude + latitude) / 2 * Radians);
         const double y = county.latitude - latitude;
         const double distance = x * x + y * y;
         if (!nearest || distance < best) {
@@ -95,24 +85,31 @@ std::optional<Place> WeatherService::placeAt(double latitude, double longitude) 
 namespace {
 
 // The point and the day of a call, or the rejection that names every bad parameter.
-std::variant<Question, Json> question(const WeatherService& service, const ApiCall& call, std::int64_t today) {
-    envelope::FieldErrors errors;
-    const auto latitude = decimal(call.text("latitude"), 90);
-    if (!latitude) errors.emplace_back("latitude", LatitudeInvalid);
-    const auto longitude = decimal(call.text("longitude"), 180);
-    if (!longitude) errors.emplace_back("longitude", LongitudeInvalid);
+std::variant<Question, Json> question(const WeatherService& service, const ApiCall& call,
+                                      std::int64_t today) {
+    Params p(call);
+    auto coordinate = [&p](const char* name, double limit, const std::string& invalid) {
+        auto value = p.number(name);
+        if (value && std::abs(*value) > limit) value.reset();
+        if (!value) p.fail(name, invalid);
+        return value;
+    };
+    const auto latitude = coordinate("latitude", 90, LatitudeInvalid);
+    const auto longitude = coordinate("longitude", 180, LongitudeInvalid);
     std::optional<Place> place;
     if (latitude && longitude) {
         place = service.placeAt(*latitude, *longitude);
-        if (!place) errors.emplace_back("location", OutsideCoverage);
+        if (!place) p.fail("location", OutsideCoverage);
     }
     std::int64_t day = today;
-    if (const auto text = call.text("date")) {
+    if (const auto text = p.text("date")) {
         const auto date = parseDate(*text);
-        if (date) day = dayNumber(*date);
-        else errors.emplace_back("date", DateInvalid);
+        if (date)
+            day = dayNumber(*date);
+        else
+            p.fail("date", DateInvalid);
     }
-    if (!errors.empty()) return envelope::rejection(errors.front().second, errors);
+    if (!p.ok()) return p.rejection();
     return Question{*place, day};
 }
 
@@ -137,8 +134,8 @@ Json WeatherService::weekly(const ApiCall& call) const {
 
 Json WeatherService::legacyDay(const ApiCall& call) const {
     if (call.command != LegacyCommand) return envelope::failure(envelope::NotFound, envelope::UnknownCommand);
-    const auto type = call.text("type");
-    if (type && *type != "json") return envelope::rejection(TypeUnsupported, {{"type", TypeUnsupported}});
+    const auto type = Params(call).text("type");
+    if (type && *type != "json") return envelope::rejection({{"type", TypeUnsupported}});
     auto asked = question(*this, call, dayNumberAt(m_clock()));
     if (auto* rejection = std::get_if<Json>(&asked)) return std::move(*rejection);
     const auto& q = std::get<Question>(asked);
@@ -149,8 +146,10 @@ Json WeatherService::legacyDay(const ApiCall& call) const {
 }
 
 void registerCommands(Dispatch& dispatch, const WeatherService& service) {
-    dispatch.add("weather/weather-json", false, [&service](const ApiCall& call) { return service.hourly(call); });
-    dispatch.add("weather/weather-weekly", false, [&service](const ApiCall& call) { return service.weekly(call); });
+    dispatch.add("weather/weather-json", Access::Public,
+                 [&service](const ApiCall& call) { return service.hourly(call); });
+    dispatch.add("weather/weather-weekly", Access::Public,
+                 [&service](const ApiCall& call) { return service.weekly(call); });
 }
 
 } // namespace ekinora::server::weather
