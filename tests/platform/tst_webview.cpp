@@ -25,7 +25,7 @@ private slots:
         window = new QQuickWindow;
         window->resize(390, 844);
         model = new WebView(QStringLiteral("webViewContent"));
-        QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/ekinora/platform/qml/PWebView.qml")));
+        QQmlComponent component(engine, QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Platform/PWebView.qml")));
         view = qobject_cast<QQuickItem*>(component.createWithInitialProperties({{"model", QVariant::fromValue<QObject*>(model)}}));
         QVERIFY2(view, qPrintable(component.errorString()));
         view->setParentItem(window->contentItem());

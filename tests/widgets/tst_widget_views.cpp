@@ -26,8 +26,8 @@ namespace {
 
 const char* scene = R"(
 import QtQuick
-import "qrc:/ekinora/platform/qml"
-import "qrc:/ekinora/widgets"
+import Ekinora.Platform
+import Ekinora.Widgets
 
 Item {
     width: 390; height: 844
