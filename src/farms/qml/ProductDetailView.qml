@@ -87,7 +87,7 @@ Rectangle {
         Repeater {
             model: root.controller.collPeriods.rows
             delegate: Item {
-                id: cell
+                id: period
                 required property PeriodCollectionViewCell cell
                 readonly property PeriodCollectionViewCell m: cell
                 readonly property real pictureCentre: 44
@@ -103,37 +103,37 @@ Rectangle {
                 Rectangle {
                     objectName: "imgPeriodLeft"
                     x: 0
-                    width: (cell.width - picture.width) / 2
-                    height: cell.m.constraintImgPeriodLeftHeight.constant
-                    y: cell.pictureCentre - height / 2
-                    color: cell.m.imgPeriodLeft.backgroundColor
+                    width: (period.width - picture.width) / 2
+                    height: period.m.constraintImgPeriodLeftHeight.constant
+                    y: period.pictureCentre - height / 2
+                    color: period.m.imgPeriodLeft.backgroundColor
                 }
                 Rectangle {
                     objectName: "imgPeriodRight"
-                    x: (cell.width + picture.width) / 2
-                    width: (cell.width - picture.width) / 2
-                    height: cell.m.constraintImgPeriodRightHeight.constant
-                    y: cell.pictureCentre - height / 2
-                    color: cell.m.imgPeriodRight.backgroundColor
+                    x: (period.width + picture.width) / 2
+                    width: (period.width - picture.width) / 2
+                    height: period.m.constraintImgPeriodRightHeight.constant
+                    y: period.pictureCentre - height / 2
+                    color: period.m.imgPeriodRight.backgroundColor
                 }
                 RoundedImage {
                     id: picture
-                    model: cell.m.imgPeriod
-                    width: cell.m.constraintImgPeriodWidth.constant
-                    height: cell.m.constraintImgPeriodHeight.constant
-                    x: (cell.width - width) / 2
-                    y: cell.pictureCentre - height / 2
+                    model: period.m.imgPeriod
+                    width: period.m.constraintImgPeriodWidth.constant
+                    height: period.m.constraintImgPeriodHeight.constant
+                    x: (period.width - width) / 2
+                    y: period.pictureCentre - height / 2
                 }
                 PLabel {
-                    model: cell.m.lblTitle
+                    model: period.m.lblTitle
                     x: 4
-                    y: cell.pictureCentre + 40
-                    width: cell.width - 8
+                    y: period.pictureCentre + 40
+                    width: period.width - 8
                     horizontalAlignment: Text.AlignHCenter
                     font.pixelSize: 13
-                    font.bold: !Qt.colorEqual(cell.m.lblTitle.textColor, "white")
+                    font.bold: !Qt.colorEqual(period.m.lblTitle.textColor, "white")
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collPeriods.selectItem(cell.section, cell.row) }
+                MouseArea { anchors.fill: parent; onClicked: root.controller.collPeriods.selectItem(period.section, period.row) }
             }
         }
 
