@@ -11,7 +11,6 @@
 #include "platform/Platform.h"
 #include "platform/SideMenuViewController.h"
 
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <functional>
@@ -22,7 +21,11 @@ namespace ekinora::testing {
 class EndToEnd : public QObject {
 protected:
     // For init(): a fresh service and settings folder.
+    // The SMS codes it issues reach `codes` as a phone would receive them.
     void startService(server::ServerOptions options = {}) {
+        options.smsGateway = [this](const std::string&, const std::string& code) {
+            QMetaObject::invokeMethod(this, [this, code] { codes << QString::fromStdString(code); }, Qt::QueuedConnection);
+        };
         service = std::make_unique<server::Server>(std::move(options));
         service->start();
         settings = std::make_unique<QTemporaryDir>();
@@ -35,8 +38,7 @@ protected:
         settings.reset();
     }
 
-    // Starts the application on the settings folder. The SMS codes the service issues are read from
-    // the application's log, where the sign-in screen writes them.
+    // Starts the application on the settings folder.
     void startApp(const std::function<void(platform::Application&)>& configure = {}) {
         StartOptions options;
         options.serviceBase = QString::fromStdString(service->baseUrl());
@@ -44,9 +46,6 @@ protected:
         app = std::make_unique<Ekinora>(options);
         auto& application = app->platform().application();
         application.setEchoLog(qEnvironmentVariableIsSet("EKINORA_ECHO_LOG"));
-        connect(&application, &platform::Application::logged, this, [this](const QString& line) {
-            if (QRegularExpression(QStringLiteral("^\\d{6}$")).match(line).hasMatch()) codes << line;
-        });
         if (configure) configure(application);
         QVERIFY(app->start());
         QVERIFY(QTest::qWaitForWindowExposed(window()));

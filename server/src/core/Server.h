@@ -5,6 +5,7 @@
 #include "core/RequestLog.h"
 
 #include <memory>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,6 +20,8 @@ struct ServerOptions {
     std::string staticDir; // empty: the static folder of the source tree
     bool quiet = true;     // false: one line per request and every SMS code on stdout
     Clock clock;           // empty: the system clock
+    // Receives every SMS code the service issues, as a gateway would (on the service's thread).
+    std::function<void(const std::string& phone, const std::string& code)> smsGateway;
 };
 
 // The reference service on one port: the /api commands, "/check", the store page, bundled media
