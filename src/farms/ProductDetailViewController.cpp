@@ -4,6 +4,7 @@
 #include "FarmerProductRequest.h"
 #include "platform/Overlays.h"
 #include "platform/Platform.h"
+#include "service/ServiceCall.h"
 #include "service/ServiceRoots.h"
 #include "service/TextHelpers.h"
 #include "widgets/Colors.h"
@@ -19,7 +20,6 @@ namespace Colors = widgets::Colors;
 namespace {
 
 Platform& P() { return Platform::current(); }
-void log(const QString& line) { P().application().log(line); }
 
 const QString WeedsGroup = QStringLiteral("Yabancı Otlar");
 const QString CreaturesGroup = QStringLiteral("Zararlı Canlılar");
@@ -66,9 +66,9 @@ ProductDetailViewController::ProductDetailViewController(QObject* parent)
       layoutHastaliklar(addControl(pestLayout(QStringLiteral("layoutHastaliklar")))) {
     // As the layout file connects them.
     btnEdit->setImage(QStringLiteral("productEdit"));
-    btnEdit->addTarget(this, QStringLiteral("activateEditing"));
+    btnEdit->addTarget(this, &ProductDetailViewController::activateEditing);
     btnCancel->setImage(QStringLiteral("crossWhite"));
-    btnCancel->addTarget(this, QStringLiteral("closeViewController"));
+    btnCancel->addTarget(this, &ProductDetailViewController::closeViewController);
     lblTitle->setNumberOfLines(2);
     viewBannerShade->setHidden(true);
     for (SideLabel* label : {lblYabanciOtlar, lblZararliCanlilar, lblHastaliklar}) label->setHidden(true);
@@ -152,14 +152,11 @@ void ProductDetailViewController::viewDidLoad() {
 }
 
 void ProductDetailViewController::getPeriods() {
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(this, true);
+    service::ScreenCall call(this, QStringLiteral("produce/periods"), service::ScreenCall::WithHudOnScreen);
     FarmerProductRequest request;
     request.doParam = QStringLiteral("produce/periods");
     request.objectID = objectID;
-    auto self = strong(this);
-    request.requestData(
-        [self, hud](const Json& response) {
-            if (hud) hud->hideAnimated(true);
+    request.requestData(call.done([self = this](const Json& response) {
             const Json data = member(response, QStringLiteral("data"));
             self->currentPeriod = intValue(member(data, QStringLiteral("periodId")));
             self->arrPeriods = QJsonArray();
@@ -184,14 +181,11 @@ void ProductDetailViewController::getPeriods() {
             self->collYabanciOtlar->setHidden(self->arrYabanciOtlar.isEmpty());
             self->collZararliCanlilar->setHidden(self->arrZararliCanlilar.isEmpty());
             self->collHastaliklar->setHidden(self->arrHastaliklar.isEmpty());
-            auto later = self;
+            auto later = strong(self);
             P().scheduler().after(500, [later] { later->swipeToCurrent(); });
             P().scheduler().after(1000, [later] { later->swipeEffect(); });
-        },
-        [hud](const Json& error) {
-            log(QStringLiteral("produce/periods: %1").arg(description(error)));
-            if (hud) hud->hideAnimated(true);
-        });
+        }),
+        call.failed());
 }
 
 void ProductDetailViewController::swipeToCurrent() {
@@ -290,19 +284,19 @@ void ProductDetailViewController::activateEditing(QObject*) {
     // Actions are only ever added: the earlier ones stay attached.
     btnEdit->setImage(QString());
     btnEdit->setTitle(QStringLiteral("ONAYLA"));
-    btnEdit->addTarget(this, QStringLiteral("selectPeriod"));
+    btnEdit->addTarget(this, &ProductDetailViewController::selectPeriod);
     btnCancel->setImage(QString());
     btnCancel->setTitle(QStringLiteral("İPTAL"));
-    btnCancel->addTarget(this, QStringLiteral("cancelEditing"));
+    btnCancel->addTarget(this, &ProductDetailViewController::cancelEditing);
 }
 
 void ProductDetailViewController::endEditingMode() {
     btnEdit->setTitle(QString(""));
     btnEdit->setImage(QStringLiteral("productEdit"));
-    btnEdit->addTarget(this, QStringLiteral("activateEditing"));
+    btnEdit->addTarget(this, &ProductDetailViewController::activateEditing);
     btnCancel->setTitle(QString(""));
     btnCancel->setImage(QStringLiteral("crossWhite"));
-    btnCancel->addTarget(this, QStringLiteral("closeViewController"));
+    btnCancel->addTarget(this, &ProductDetailViewController::closeViewController);
     lblTitle->setText(titleFor(produceName));
 }
 
@@ -311,14 +305,13 @@ void ProductDetailViewController::selectPeriod(QObject*) {
     request.doParam = QStringLiteral("produce/set-period");
     request.objectID = objectID;
     request.periodID = stringWithFormat(QStringLiteral("%d"), {int(currentPeriod)});
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json&) {
-            self->endEditingMode();
-            self->getPeriods();
-        },
-        // The tapped period stays chosen on the screen; cancelling is the way back.
-        [](const Json& error) { log(QStringLiteral("produce/set-period: %1").arg(description(error))); });
+    service::ScreenCall call(this, QStringLiteral("produce/set-period"));
+    request.requestData(call.done([this](const Json&) {
+                            endEditingMode();
+                            getPeriods();
+                        }),
+                        // The tapped period stays chosen on the screen; cancelling is the way back.
+                        call.failed());
 }
 
 void ProductDetailViewController::cancelEditing(QObject*) {

@@ -1,6 +1,7 @@
 #include "NotificationViewController.h"
 
 #include "GetNotificationRequest.h"
+#include "service/ServiceCall.h"
 #include "platform/Overlays.h"
 #include "platform/Platform.h"
 
@@ -30,22 +31,17 @@ void NotificationViewController::viewDidLoad() {
 }
 
 void NotificationViewController::getNotifications() {
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(this, true);
+    service::ScreenCall call(this, QStringLiteral("notifications"), service::ScreenCall::WithHudOnScreen);
     GetNotificationRequest request;
     request.ignoreRead = QStringLiteral("0");
-    auto self = strong(this);
-    request.getNotifications(
-        [self, hud](const Json& response) {
-            if (hud) hud->hideAnimated(true);
-            self->arrNotifications = QJsonArray();
-            const Json list = path(response, {QStringLiteral("data"), QStringLiteral("notifications")});
-            for (int i = 0, n = count(list); i < n; ++i) self->arrNotifications.append(element(list, i));
-            self->lblInfo->setHidden(!self->arrNotifications.isEmpty());
-            self->tblNotification->reloadData();
-        },
-        [hud](const Json&) {
-            if (hud) hud->hideAnimated(true);
-        });
+    request.getNotifications(call.done([this](const Json& response) {
+                                 arrNotifications = QJsonArray();
+                                 const Json list = path(response, {QStringLiteral("data"), QStringLiteral("notifications")});
+                                 for (int i = 0, n = count(list); i < n; ++i) arrNotifications.append(element(list, i));
+                                 lblInfo->setHidden(!arrNotifications.isEmpty());
+                                 tblNotification->reloadData();
+                             }),
+                             call.failed());
 }
 
 int NotificationViewController::numberOfRowsInSection(int) const { return int(arrNotifications.size()); }

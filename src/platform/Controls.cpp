@@ -87,8 +87,9 @@ void TableView::setSize(const QSizeF& s) {
     if (m_size == s) return;
     m_size = s;
     emit sizeChanged();
-    // Cells sized from the list's width follow it.
-    if (m_revision > 0) refreshRows();
+    // A list asks its data source at its first layout, before any reload, and cells sized from the
+    // list's width follow it.
+    refreshRows();
 }
 
 void TableView::selectRow(int row, int section) {

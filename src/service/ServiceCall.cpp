@@ -25,7 +25,7 @@ void showFirstError(ViewController* screen, const Json& response) {
 
 ScreenCall::ScreenCall(ViewController* screen, QString name, Indicator indicator)
     : m_screen(screen), m_name(std::move(name)) {
-    if (indicator == WithHud) m_hud = ProgressHUD::showHUDAddedTo(hudHost(screen), true);
+    if (indicator != NoHud) m_hud = ProgressHUD::showHUDAddedTo(indicator == WithHud ? hudHost(screen) : screen, true);
 }
 
 Callback ScreenCall::done(Callback handle) const {

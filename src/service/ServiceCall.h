@@ -26,7 +26,8 @@ void showFirstError(platform::ViewController* screen, const Json& response);
 //   request.requestData(call.done([self](const Json& r) { ... }), call.failed());
 class ScreenCall {
 public:
-    enum Indicator { NoHud, WithHud };
+    // WithHud: on the screen's host; WithHudOnScreen: on the screen itself (a presented screen's own view).
+    enum Indicator { NoHud, WithHud, WithHudOnScreen };
 
     ScreenCall(platform::ViewController* screen, QString name, Indicator indicator = NoHud);
 

@@ -38,18 +38,6 @@ private slots:
             QCOMPARE(s.stringForKey(key), QStringLiteral("v"));
     }
 
-    void defaultFavouritesAreTheFiveFieldsInOrder() {
-        const QJsonArray keys = LocalStore::defaultWeatherKeys();
-        QCOMPARE(keys.size(), 5);
-        const QStringList names{"weatherCondition", "temperature", "precipitation", "windspeed", "winddirection"};
-        const QStringList captions{"", "Sıcaklık", "Yağış", "Rüzgar hızı", "Rüzgar yönü"};
-        for (int i = 0; i < 5; ++i) {
-            const QJsonObject entry = keys.at(i).toObject();
-            QCOMPARE(entry.size(), 1);
-            QCOMPARE(entry.value(names[i]).toString(), captions[i]);
-        }
-    }
-
     void libStatCountsDownAcrossRunsAndStopsAtZero() {
         auto& s = *fake->store;
         LocalStore::stepLibStatAtStart(); // first run

@@ -102,6 +102,7 @@ private slots:
         screen = new CityScreen;
 
         engine = new QQmlEngine;
+        engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
         auto* context = new QQmlContext(engine->rootContext(), engine);
         const QList<QPair<QString, QObject*>> properties = {
             {"btnCity", btnCity}, {"radioETK1", radioETK1}, {"radioETK2", radioETK2}, {"slider", slider},
