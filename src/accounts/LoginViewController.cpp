@@ -1,10 +1,7 @@
 #include "LoginViewController.h"
-#include "widgets/Colors.h"
 
 #include "RegisterRequests.h"
 #include "SmsRequest.h"
-#include "farms/PlantPanel.h"
-#include "farms/FarmerProductRequest.h"
 #include "platform/AlertController.h"
 #include "platform/NavigationController.h"
 #include "platform/Overlays.h"
@@ -16,7 +13,6 @@
 #include "service/TextHelpers.h"
 #include "service/WSRequest.h"
 #include "widgets/DropDownList.h"
-#include "widgets/GroupedRadioButton.h"
 
 #include <QUrlQuery>
 
@@ -32,13 +28,6 @@ Platform& P() { return Platform::current(); }
 void log(const QString& line) { P().application().log(line); }
 
 bool statusIs(const Json& response, int status) { return intValue(member(response, QStringLiteral("status"))) == status; }
-
-
-
-// The wrap a page text goes into, with no style and no base address.
-QString wrapped(const Json& fragment) {
-    return stringWithFormat(QStringLiteral("<html><head></head><body>%@</body></html>"), {fragment});
-}
 
 // The id of the last record of the list whose "name" is exactly the text, or nil.
 Json lastIdNamed(const QJsonArray& list, const QString& name) {
@@ -67,7 +56,6 @@ const QString MailSubject = QStringLiteral("Ekinora - Kişisel Verilerin Korunma
 constexpr int CityListTag = 101;
 constexpr int CountyListTag = 102;
 constexpr int MaxCrops = 3;
-constexpr int MaxProductsPerCrop = 3;
 
 const QStringList PhoneFields{QStringLiteral("txtLoginPhone"), QStringLiteral("txtLoginPhoneCode"),
                               QStringLiteral("txtRegisterPhone"), QStringLiteral("txtRegisterPhoneCode")};
@@ -83,19 +71,14 @@ LoginViewController::LoginViewController(QObject* parent)
       viewRegisterFarm(makeControl<View>("viewRegisterFarm")), ciftciTarlaView(makeControl<View>("ciftciTarlaView")),
       bayiBilgileriView(makeControl<View>("bayiBilgileriView")),
       viewRegisterActivation(makeControl<View>("viewRegisterActivation")),
-      viewRegisterFinal(makeControl<View>("viewRegisterFinal")), viewKVKK(makeControl<View>("viewKVKK")),
-      viewETK(makeControl<View>("viewETK")), viewETKWeb(makeControl<View>("viewETKWeb")),
-      viewNewProduce(makeControl<View>("viewNewProduce")), viewPlant(makeControl<View>("viewPlant")),
-      viewProduct(makeControl<View>("viewProduct")), txtLoginPhone(makeControl<TextField>("txtLoginPhone")),
+      viewRegisterFinal(makeControl<View>("viewRegisterFinal")), txtLoginPhone(makeControl<TextField>("txtLoginPhone")),
       txtLoginPhoneCode(makeControl<TextField>("txtLoginPhoneCode")), txtLoginCode(makeControl<TextField>("txtLoginCode")),
       txtRegisterPhone(makeControl<TextField>("txtRegisterPhone")),
       txtRegisterPhoneCode(makeControl<TextField>("txtRegisterPhoneCode")),
       txtRegisterCode(makeControl<TextField>("txtRegisterCode")), farmerButton(makeControl<Button>("farmerButton")),
       dealerButton(makeControl<Button>("dealerButton")), devamButton(makeControl<Button>("devamButton")),
       completeRegistrationButton(makeControl<Button>("completeRegistrationButton")),
-      btn1Enb(makeControl<Button>("btn1Enb")), btn2Enb(makeControl<Button>("btn2Enb")), btn3Enb(makeControl<Button>("btn3Enb")),
-      activationLabel(makeControl<Label>("activationLabel")), webKVKK(makeControl<WebView>("webKVKK")),
-      webviewETK(makeControl<WebView>("webviewETK")) {
+      activationLabel(makeControl<Label>("activationLabel")) {
     for (TextField* field : {txtLoginPhone, txtLoginPhoneCode, txtLoginCode, txtRegisterPhone, txtRegisterPhoneCode, txtRegisterCode}) {
         field->setShouldChange([this](TextField* f, int location, int length, const QString& replacement) {
             return textFieldShouldChangeCharacters(f, location, length, replacement);
@@ -120,18 +103,30 @@ LoginViewController::LoginViewController(QObject* parent)
     vergiNoText = makeControl<TextField>("vergiNoText");
     tcKimlikText = makeControl<TextField>("tcKimlikText");
     collFarms = makeControl<TableView>("collFarms");
-    collPlants = makeControl<TableView>("collPlants");
-    tblProducts = makeControl<TableView>("tblProducts");
-    lblFarm = makeControl<Label>("lblFarm");
-    lblProduct = makeControl<Label>("lblProduct");
-    txtFarmSize = makeControl<TextField>("txtFarmSize");
-    btnNewProduce = makeControl<Button>("btnNewProduce");
-    btnUpdateProduce = makeControl<Button>("btnUpdateProduce");
-    btnDeleteProduce = makeControl<Button>("btnDeleteProduce");
-    constCollPlantHeight = makeControl<LayoutConstraint>("constCollPlantHeight", 0.0);
-    radioETK1 = makeControl<widgets::GroupedRadioButton>("radioETK1");
-    radioETK2 = makeControl<widgets::GroupedRadioButton>("radioETK2");
-    radioETK3 = makeControl<widgets::GroupedRadioButton>("radioETK3");
+
+    // The crops stay here until the registration sends them; at most three products each.
+    farms::CropEditorPolicy crop;
+    crop.productTextControl = QStringLiteral("lblProductName");
+    crop.endEditingOnOpen = true;
+    crop.endEditingOnAccept = true;
+    crop.add = [this] { addCrop(); };
+    crop.update = [this] { updateCrop(); };
+    crop.remove = [this] { deleteCrop(); };
+    crop.productsHint = QStringLiteral("En fazla 3 ürün seçebilirsiniz.");
+    m_cropEditor = new farms::CropEditor(std::move(crop), this);
+    // The conditions of use come first, then the permissions with the notice over them.
+    ConsentPolicy consent;
+    consent.withTerms = true;
+    consent.permissionTitles = {QStringLiteral("SMS ile bilgi almak istiyorum"), QStringLiteral("E-posta ile bilgi almak istiyorum"),
+                                QStringLiteral("Tanıtım iletilerine izin veriyorum")};
+    consent.squareBoxes = true;
+    consent.permissionsHint = QStringLiteral("Hangi kanallardan bilgi almak istediğinizi seçin. Seçim yapmadan da devam edebilirsiniz.");
+    consent.noticeLink = QStringLiteral("Aydınlatma Metnini Oku");
+    consent.permissionsButton = QStringLiteral("Devam");
+    consent.noticeTitle = QStringLiteral("Aydınlatma Metni");
+    consent.noticeButton = QStringLiteral("Okudum");
+    m_consent = new ConsentPanel(std::move(consent), this);
+    TextField* txtFarmSize = m_cropEditor->txtFarmSize;
 
     for (TextField* field : {txtName, txtLastName, txtMail, bayiAdiText, vergiNoText, tcKimlikText, txtFarmSize})
         field->setShouldReturn([this](TextField* f) { return textFieldShouldReturn(f); });
@@ -149,53 +144,28 @@ LoginViewController::LoginViewController(QObject* parent)
     tcKimlikText->setKeyboardType(4);
     txtFarmSize->setPlaceholder(QStringLiteral("Tarla büyüklüğü (dekar)"));
     txtFarmSize->setKeyboardType(4);
-    lblFarm->setText(NoPlant);
-    lblProduct->setText(NoProducts);
-    lblProduct->setNumberOfLines(0);
+    m_cropEditor->lblFarm->setText(NoPlant);
+    m_cropEditor->lblProduct->setText(NoProducts);
 
     farmerButton->setTitle(QStringLiteral("Çiftçiyim"));
     dealerButton->setTitle(QStringLiteral("Bayiyim"));
     devamButton->setTitle(QStringLiteral("Devam"));
-    btnNewProduce->setTitle(QStringLiteral("Ekle"));
-    btnUpdateProduce->setTitle(QStringLiteral("Güncelle"));
-    btnDeleteProduce->setTitle(QStringLiteral("Sil"));
-    btn1Enb->setTitle(QStringLiteral("SMS"));
-    btn2Enb->setTitle(QStringLiteral("E-POSTA"));
-    btn3Enb->setTitle(QStringLiteral("REKLAM"));
+    m_cropEditor->btnNewProduce->setTitle(QStringLiteral("Ekle"));
+    m_cropEditor->btnUpdateProduce->setTitle(QStringLiteral("Güncelle"));
+    m_cropEditor->btnDeleteProduce->setTitle(QStringLiteral("Sil"));
 
     // The connections the screen's layout makes.
-    for (TableView* list : {collFarms, collPlants, tblProducts}) {
-        list->setDataSource([this, list](int section) { return numberOfItemsInSection(list, section); },
-                            [this, list](int, int row) {
-                                return cellRow(cellForItem(list, row), sizeForItem(list, row, list->size().width()));
-                            });
-        list->setDidSelectRow([this, list](int, int row) { didSelectItem(list, row); });
-    }
+    collFarms->setDataSource([this](int section) { return numberOfItemsInSection(collFarms, section); },
+                             [this](int, int row) {
+                                 return cellRow(cellForItem(collFarms, row), sizeForItem(collFarms, row, collFarms->size().width()));
+                             });
+    collFarms->setDidSelectRow([this](int, int row) { didSelectItem(collFarms, row); });
     farmerButton->addTarget(this, QStringLiteral("farmerButtonTapped"));
     dealerButton->addTarget(this, QStringLiteral("dealerButtonTapped"));
     devamButton->addTarget(this, QStringLiteral("continueToFarm"));
     completeRegistrationButton->addTarget(this, QStringLiteral("finishRegistration"));
     btnCity->addTarget(this, QStringLiteral("selectCity"));
     btnCounty->addTarget(this, QStringLiteral("selectCounty"));
-    btnNewProduce->addTarget(this, QStringLiteral("addProduct"));
-    btnUpdateProduce->addTarget(this, QStringLiteral("updateProduce"));
-    btnDeleteProduce->addTarget(this, QStringLiteral("deleteProduce"));
-
-    // Three independent answers: each box switches on and off by itself.
-    const QList<std::pair<widgets::GroupedRadioButton*, QString>> permissions = {
-        {radioETK1, QStringLiteral("SMS ile bilgi almak istiyorum")},
-        {radioETK2, QStringLiteral("E-posta ile bilgi almak istiyorum")},
-        {radioETK3, QStringLiteral("Tanıtım iletilerine izin veriyorum")}};
-    for (const auto& [radio, title] : permissions) {
-        radio->setTitle(title);
-        radio->setMultipleSelectionEnabled(true);
-        radio->setIconSquare(true);
-        radio->setIconSize(22);
-        radio->setContentHorizontalAlignment(widgets::GroupedRadioButton::AlignLeft);
-        radio->setTitleColor(widgets::Colors::black());
-        radio->setIconColor(widgets::Colors::leaf());
-        radio->setIndicatorColor(widgets::Colors::leaf());
-    }
 }
 
 QUrl LoginViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Accounts/LoginView.qml")); }
@@ -214,6 +184,10 @@ void LoginViewController::showAlert(const QString& title, const QString& message
 void LoginViewController::viewDidLoad() {
     // 1. The one-time-code content type was handed to the wrong setter of the wrong field; it changes
     //    nothing for the user, so nothing is set here.
+    embed(m_cropEditor, "cropEditorSlot");
+    embed(m_consent, "consentSlot");
+    WebView* webKVKK = m_consent->webKVKK;
+    WebView* webviewETK = m_consent->webviewETK;
     // 2.
     webKVKK->setDidFinishNavigation([](WebView* web) {
         // The conditions are as wide as the view: no sideways scrolling.
@@ -222,18 +196,16 @@ void LoginViewController::viewDidLoad() {
     webviewETK->setDidFinishNavigation([](WebView*) {});
     for (WebView* web : {webKVKK, webviewETK})
         web->setDecidePolicy([this](WebView* w, const QUrl& url, int type) { return decidePolicyForNavigationAction(w, url, type); });
-    btn1Enb->setEnabled(false);
-    btn2Enb->setEnabled(false);
-    btn3Enb->setEnabled(false);
+    m_consent->btn1Enb->setEnabled(false);
+    m_consent->btn2Enb->setEnabled(false);
+    m_consent->btn3Enb->setEnabled(false);
     if (NavigationController* nav = navigationController()) nav->setNavigationBarHidden(true);
     // 3.
     arrCities = QJsonArray();
     arrCounties = QJsonArray();
     // 4.
-    viewKVKK->setHidden(true);
-    viewETK->setHidden(true);
-    viewETKWeb->setHidden(true);
-    loadWebviewETK();
+    m_consent->hidePages();
+    m_consent->loadWebviewETK();
     // 5.
     for (View* v : {viewLogin, viewRegister, viewRegisterPhone, viewLoginPhone, viewLoginCode, memberShipView})
         v->setAlpha(1.0);
@@ -245,19 +217,12 @@ void LoginViewController::viewDidLoad() {
     memberShipView->setHidden(false);
     // 6.
     getCities();
-    // 7.
+    // 7. The crop list shows its adding cell from the start.
     arrFarms = QJsonArray();
-    arrPlants = QJsonArray();
-    arrProducts = QJsonArray();
-    arrSelectedProducts.clear();
-    selectedPlantIndex = -1;
-    getPlants();
-    getProducts();
-    viewNewProduce->setHidden(true);
-    viewPlant->setHidden(true);
-    viewProduct->setHidden(true);
+    collFarms->reloadData();
+    m_cropEditor->load();
     // 8.
-    getInfo();
+    m_consent->getInfo();
     // 9. The farewell after a logout, once.
     UserDefaults& store = LocalStore::defaults();
     if (store.contains(StoreKey::IsLogout)) {
@@ -280,61 +245,6 @@ void LoginViewController::getCities() {
             self->arrCities = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("cities")}));
         },
         [](const Json& error) { log(QStringLiteral("getCities: %1").arg(description(error))); });
-}
-
-void LoginViewController::getPlants() {
-    farms::FarmerProductRequest request;
-    request.doParam = QStringLiteral("produces");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            self->arrPlants = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
-            self->collPlants->reloadData();
-            self->constCollPlantHeight->setConstant(farms::plantPanelHeight(int(self->arrPlants.size()), Window::Height));
-        },
-        [](const Json& error) { log(QStringLiteral("getPlants: %1").arg(description(error))); });
-}
-
-void LoginViewController::getProducts() {
-    farms::FarmerProductRequest request;
-    request.doParam = QStringLiteral("produce/aps");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            const Json aps = path(response, {QStringLiteral("data"), QStringLiteral("aps")});
-            self->arrProducts = service::plainProducts(aps);
-            self->tblProducts->reloadData();
-        },
-        [](const Json& error) { log(QStringLiteral("getProducts: %1").arg(description(error))); });
-}
-
-void LoginViewController::getInfo() {
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
-    service::WSRequest request;
-    request.doParam = QStringLiteral("page/detail");
-    request.slugName = QStringLiteral("conditions-of-use");
-    auto self = strong(this);
-    request.requestData(
-        [self, hud](const Json& response) {
-            self->webKVKK->loadHTMLString(wrapped(path(response, {QStringLiteral("data"), QStringLiteral("page"), QStringLiteral("text")})));
-            if (hud) hud->hideAnimated(true, 1.0);
-        },
-        [hud](const Json& error) {
-            log(QStringLiteral("getInfo: %1").arg(description(error)));
-            if (hud) hud->hideAnimated(true);
-        });
-}
-
-void LoginViewController::loadWebviewETK() {
-    service::WSRequest request;
-    request.doParam = QStringLiteral("page/detail");
-    request.slugName = QStringLiteral("kvkk");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            self->webviewETK->loadHTMLString(wrapped(path(response, {QStringLiteral("data"), QStringLiteral("page"), QStringLiteral("text")})));
-        },
-        [](const Json& error) { log(QStringLiteral("loadWebviewETK: %1").arg(description(error))); });
 }
 
 bool LoginViewController::textFieldShouldChangeCharacters(TextField* field, int, int, const QString& replacement) {
@@ -450,7 +360,7 @@ void LoginViewController::enterApplication(const Json& data) {
 
 void LoginViewController::showActivationPending() {
     // A dealer whose account the company has not activated yet.
-    for (View* v : {viewKVKK, viewLogout, viewLogin, viewRegisterFarm, viewRegisterInfo, viewRegisterActivation, memberShipView})
+    for (View* v : {m_consent->viewKVKK, viewLogout, viewLogin, viewRegisterFarm, viewRegisterInfo, viewRegisterActivation, memberShipView})
         v->setHidden(true);
     viewRegister->setHidden(false);
     viewRegisterFinal->setHidden(false);
@@ -612,10 +522,10 @@ void LoginViewController::canOpenKvkkView() {
     auto* alert = AlertController::alertControllerWithTitle(
         QStringLiteral("Uyarı"), QStringLiteral("Kayıt olarak Kullanım Şartlarını onaylamış olursunuz."));
     auto self = strong(this);
-    alert->addAction(QStringLiteral("Onaylıyorum"), AlertController::Default, [self] { self->acceptKVKK(); });
+    alert->addAction(QStringLiteral("Onaylıyorum"), AlertController::Default, [self] { self->m_consent->acceptKVKK(); });
     alert->addAction(QStringLiteral("Kullanım Şartları Metnine Git"), AlertController::Default, [self] {
-        self->viewKVKK->setHidden(false);
-        self->bringSubviewToFront(self->viewKVKK);
+        self->m_consent->viewKVKK->setHidden(false);
+        self->m_consent->bringSubviewToFront(self->m_consent->viewKVKK);
     });
     hudHost()->presentViewController(alert, true);
 }
@@ -700,7 +610,7 @@ void LoginViewController::finishRegistration(QObject*) {
 }
 
 void LoginViewController::backToLogin() {
-    for (View* v : {viewKVKK, viewLogout, viewRegister}) v->setHidden(true);
+    for (View* v : {m_consent->viewKVKK, viewLogout, viewRegister}) v->setHidden(true);
     txtLoginCode->setText(QString());
     txtLoginPhone->setText(QString());
     txtLoginPhoneCode->setText(QString());
@@ -732,9 +642,9 @@ void LoginViewController::registerFarmer() {
         fields.append(field);
     }
     request.arrFields = fields;
-    request.etkSmsPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK1->isSelected())});
-    request.etkAdvPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK3->isSelected())});
-    request.etkEmailPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK2->isSelected())});
+    request.etkSmsPermission = m_consent->smsPermission();
+    request.etkAdvPermission = m_consent->advPermission();
+    request.etkEmailPermission = m_consent->emailPermission();
     auto self = strong(this);
     request.registerFarmer(
         [self, hud](const Json& response) {
@@ -761,9 +671,9 @@ void LoginViewController::registerDealer() {
     request.countyID = countyIdByName(txtCounty->text());
     request.firstName = txtName->text();
     request.lastName = txtLastName->text();
-    request.etkSmsPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK1->isSelected())});
-    request.etkAdvPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK3->isSelected())});
-    request.etkEmailPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK2->isSelected())});
+    request.etkSmsPermission = m_consent->smsPermission();
+    request.etkAdvPermission = m_consent->advPermission();
+    request.etkEmailPermission = m_consent->emailPermission();
     request.hashID = storedText(StoreKey::HashCode);
     request.dealerNumber = vergiNoText->text();
     request.dealerName = bayiAdiText->text();
@@ -786,7 +696,7 @@ void LoginViewController::registerDealer() {
         });
 }
 
-// The crop panels --------------------------------------------------------------------------------
+// The crops ----------------------------------------------------------------------------------------
 
 QString LoginViewController::productLines(const Json& aps, const QString& none) {
     QString lines;
@@ -799,75 +709,41 @@ QString LoginViewController::productLines(const Json& aps, const QString& none) 
 
 int LoginViewController::numberOfItemsInSection(QObject* collection, int) {
     if (collection == collFarms) return arrFarms.size() == MaxCrops ? MaxCrops : int(arrFarms.size()) + 1;
-    if (collection == collPlants) return int(arrPlants.size());
-    if (collection == tblProducts) return int(arrProducts.size());
     return 0;
 }
 
 QVariantMap LoginViewController::cellForItem(QObject* collection, int row) const {
     QVariantMap cell;
-    if (collection == collFarms) {
-        if (row >= arrFarms.size()) {
-            cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("NewFarmCell"));
-            return cell;
-        }
-        const Json crop = arrFarms.at(row);
-        const Json name = member(crop, QStringLiteral("name"));
-        cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("FarmCell"));
-        cell.insert(QStringLiteral("lblFarm"), name.isUndefined() ? QString() : textOf(name));
-        cell.insert(QStringLiteral("lblFarmSize"),
-                    stringWithFormat(QStringLiteral("%@ dekar"), {member(crop, QStringLiteral("range"))}));
-        cell.insert(QStringLiteral("lblProducts"), productLines(member(crop, QStringLiteral("aps")), NoProductsOnCard));
-    } else if (collection == collPlants) {
-        const bool chosen = row == selectedPlantIndex;
-        cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("PlantCell"));
-        cell.insert(QStringLiteral("lblPlantName"), textOf(member(arrPlants.at(row), QStringLiteral("name"))));
-        cell.insert(QStringLiteral("textColor"), chosen ? widgets::Colors::leaf() : widgets::Colors::black());
-        cell.insert(QStringLiteral("underline"), chosen);
-    } else if (collection == tblProducts) {
-        const QString name = textOf(member(arrProducts.at(row), QStringLiteral("name")));
-        const bool chosen = arrSelectedProducts.contains(name);
-        cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("ProductCell"));
-        cell.insert(QStringLiteral("lblProductName"), name);
-        cell.insert(QStringLiteral("textColor"), chosen ? widgets::Colors::leaf() : widgets::Colors::black());
-        cell.insert(QStringLiteral("underline"), chosen);
+    if (collection != collFarms) return cell;
+    if (row >= arrFarms.size()) {
+        cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("NewFarmCell"));
+        return cell;
     }
+    const Json crop = arrFarms.at(row);
+    const Json name = member(crop, QStringLiteral("name"));
+    cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("FarmCell"));
+    cell.insert(QStringLiteral("lblFarm"), name.isUndefined() ? QString() : textOf(name));
+    cell.insert(QStringLiteral("lblFarmSize"), stringWithFormat(QStringLiteral("%@ dekar"), {member(crop, QStringLiteral("range"))}));
+    cell.insert(QStringLiteral("lblProducts"), productLines(member(crop, QStringLiteral("aps")), NoProductsOnCard));
     return cell;
 }
 
 void LoginViewController::didSelectItem(QObject* collection, int row) {
-    if (collection == collFarms) {
-        if (row >= arrFarms.size()) {
-            openNewProduceView();
-            return;
-        }
-        // The crop opens in the edit panel.
-        selectedProduceID = row;
-        const Json crop = arrFarms.at(row);
-        const Json name = member(crop, QStringLiteral("name"));
-        lblFarm->setText(name.isUndefined() ? QString() : textOf(name));
-        txtFarmSize->setText(textOf(member(crop, QStringLiteral("range"))));
-        lblProduct->setText(productLines(member(crop, QStringLiteral("aps")), NoProducts));
-        arrSelectedProducts = lblProduct->text().split(u'\n');
-        viewNewProduce->setHidden(false);
-        btnDeleteProduce->setHidden(false);
-        btnUpdateProduce->setHidden(false);
-        btnNewProduce->setHidden(true);
-    } else if (collection == collPlants) {
-        selectedPlantIndex = selectedPlantIndex == row ? -1 : row;
-        collPlants->reloadData();
-        removePlantsView();
-    } else if (collection == tblProducts) {
-        const QString name = textOf(member(arrProducts.at(row), QStringLiteral("name")));
-        if (arrSelectedProducts.contains(name)) arrSelectedProducts.removeAll(name);
-        else if (arrSelectedProducts.size() < MaxProductsPerCrop) arrSelectedProducts << name;
-        tblProducts->reloadData();
+    if (collection != collFarms) return;
+    if (row >= arrFarms.size()) {
+        m_cropEditor->openNewProduceView();
+        return;
     }
+    // The crop opens in the edit panel.
+    selectedProduceID = row;
+    const Json crop = arrFarms.at(row);
+    const Json name = member(crop, QStringLiteral("name"));
+    m_cropEditor->openCrop(name.isUndefined() ? QString() : textOf(name), textOf(member(crop, QStringLiteral("range"))),
+                           productLines(member(crop, QStringLiteral("aps")), NoProducts));
 }
 
 QSizeF LoginViewController::sizeForItem(QObject* collection, int row, double frameWidth) const {
     if (collection == collFarms) return QSizeF(frameWidth - 32, row < arrFarms.size() ? 190 : 65);
-    if (collection == collPlants) return QSizeF((frameWidth - 1) / 2, 50);
     return QSizeF(frameWidth, 50);
 }
 
@@ -877,70 +753,20 @@ double LoginViewController::minimumInteritemSpacing(QObject*) const { return 1; 
 
 double LoginViewController::sectionInset(QObject* collection) const { return collection == collFarms ? 16 : 0; }
 
-void LoginViewController::openNewProduceView(QObject*) {
+void LoginViewController::addCrop() {
     endEditing();
-    viewNewProduce->setHidden(false);
-    // The navigation bar is hidden on this screen, so it has no touches to switch off.
-    lblFarm->setText(NoPlant);
-    txtFarmSize->setText(QString());
-    lblProduct->setText(NoProducts);
-    arrSelectedProducts.clear();
-    btnDeleteProduce->setHidden(true);
-    btnUpdateProduce->setHidden(true);
-    btnNewProduce->setHidden(false);
-}
-
-void LoginViewController::removeNewProduceView(QObject*) {
-    endEditing();
-    viewNewProduce->setHidden(true);
-}
-
-void LoginViewController::openPlantsView(QObject*) {
-    viewPlant->setHidden(false);
-    endEditing();
-}
-
-void LoginViewController::removePlantsView(QObject*) {
-    viewPlant->setHidden(true);
-    lblFarm->setText(selectedPlantIndex == -1 ? NoPlant
-                                              : textOf(member(arrPlants.at(selectedPlantIndex), QStringLiteral("name"))));
-}
-
-void LoginViewController::openProductView(QObject*) {
-    viewProduct->setHidden(false);
-    endEditing();
-    arrSelectedProducts.clear();
-    if (lblProduct->text() != NoProducts) arrSelectedProducts = lblProduct->text().split(u'\n');
-    tblProducts->reloadData();
-}
-
-void LoginViewController::removeProductView(QObject*) { viewProduct->setHidden(true); }
-
-void LoginViewController::acceptProductView(QObject*) {
-    endEditing();
-    viewProduct->setHidden(true);
-    lblProduct->setText(arrSelectedProducts.isEmpty() ? NoProducts : arrSelectedProducts.join(u'\n'));
-}
-
-void LoginViewController::addProduct(QObject*) {
-    endEditing();
-    QJsonObject crop{{QStringLiteral("range"), txtFarmSize->text()}};
-    QJsonArray aps;
-    for (const QString& name : std::as_const(arrSelectedProducts))
-        for (const auto& product : std::as_const(arrProducts))
-            if (isString(member(product, QStringLiteral("name")), name))
-                aps.append(QJsonObject{{QStringLiteral("id"), member(product, QStringLiteral("id"))},
-                                       {QStringLiteral("name"), member(product, QStringLiteral("name"))}});
+    const QString size = m_cropEditor->txtFarmSize->text();
+    const QString plantText = m_cropEditor->lblFarm->text();
+    QJsonObject crop{{QStringLiteral("range"), size}};
+    const QJsonArray aps = m_cropEditor->chosenProducts();
     if (!aps.isEmpty()) crop.insert(QStringLiteral("aps"), aps);
-    for (const auto& plant : std::as_const(arrPlants)) {
-        if (!isString(member(plant, QStringLiteral("name")), lblFarm->text())) continue;
+    if (const Json plant = m_cropEditor->chosenPlant(); !plant.isUndefined()) {
         crop.insert(QStringLiteral("produceId"), member(plant, QStringLiteral("id")));
         crop.insert(QStringLiteral("name"), member(plant, QStringLiteral("name")));
     }
 
-    const QString size = txtFarmSize->text();
     QString problem;
-    if (lblFarm->text() == NoPlant || lblFarm->text().isEmpty()) problem = QStringLiteral("Ürün seçmediniz.");
+    if (plantText == NoPlant || plantText.isEmpty()) problem = QStringLiteral("Ürün seçmediniz.");
     else if (size.isEmpty() || size == QStringLiteral("0")) problem = QStringLiteral("Tarla büyüklüğünü girmediniz.");
     else if (intValueOfString(size) >= 10001) problem = QStringLiteral("Tarla büyüklüğü 10000 dekardan büyük olamaz.");
     if (!problem.isEmpty()) {
@@ -948,66 +774,37 @@ void LoginViewController::addProduct(QObject*) {
         return;
     }
     arrFarms.append(crop);
-    removeNewProduceView();
+    m_cropEditor->removeNewProduceView();
     collFarms->reloadData();
 }
 
-void LoginViewController::updateProduce(QObject*) {
+void LoginViewController::updateCrop() {
     // Unlike adding, an update is not checked: an empty size, 0 or more than 10000 all pass.
     endEditing();
-    QJsonObject crop{{QStringLiteral("range"), txtFarmSize->text()}};
-    QJsonArray aps;
-    for (const QString& name : std::as_const(arrSelectedProducts))
-        for (const auto& product : std::as_const(arrProducts))
-            if (isString(member(product, QStringLiteral("name")), name))
-                aps.append(QJsonObject{{QStringLiteral("id"), member(product, QStringLiteral("id"))},
-                                       {QStringLiteral("name"), member(product, QStringLiteral("name"))}});
-    crop.insert(QStringLiteral("aps"), aps);
+    QJsonObject crop{{QStringLiteral("range"), m_cropEditor->txtFarmSize->text()}};
+    crop.insert(QStringLiteral("aps"), m_cropEditor->chosenProducts());
     // The crop kind goes under "id" here, and that is how an updated crop is sent.
-    for (const auto& plant : std::as_const(arrPlants)) {
-        if (!isString(member(plant, QStringLiteral("name")), lblFarm->text())) continue;
+    if (const Json plant = m_cropEditor->chosenPlant(); !plant.isUndefined()) {
         crop.insert(QStringLiteral("id"), member(plant, QStringLiteral("id")));
         crop.insert(QStringLiteral("name"), member(plant, QStringLiteral("name")));
     }
     if (selectedProduceID < 0 || selectedProduceID >= arrFarms.size())
         fatal(QStringLiteral("-[__NSArrayM replaceObjectAtIndex:withObject:]: index %1 beyond bounds").arg(selectedProduceID));
     arrFarms.replace(selectedProduceID, crop);
-    removeNewProduceView();
+    m_cropEditor->removeNewProduceView();
     collFarms->reloadData();
 }
 
-void LoginViewController::deleteProduce(QObject*) {
+void LoginViewController::deleteCrop() {
     endEditing();
     if (selectedProduceID < 0 || selectedProduceID >= arrFarms.size())
         fatal(QStringLiteral("-[__NSArrayM removeObjectsInRange:]: range {%1, 1} beyond bounds").arg(selectedProduceID));
     arrFarms.removeAt(selectedProduceID);
-    removeNewProduceView();
+    m_cropEditor->removeNewProduceView();
     collFarms->reloadData();
 }
 
 // Consent ----------------------------------------------------------------------------------------
-
-void LoginViewController::bringSubviewToFront(View* panel) {
-    m_frontPanel = panel->objectName();
-    emit frontPanelChanged();
-}
-
-void LoginViewController::acceptKVKK(QObject*) {
-    viewKVKK->setHidden(true);
-    viewETK->setHidden(false);
-    viewETKWeb->setHidden(false);
-    // The notice stands over the permissions until it is closed.
-    bringSubviewToFront(viewETKWeb);
-}
-
-void LoginViewController::closeETKView(QObject*) { viewETK->setHidden(true); }
-
-void LoginViewController::openETKWebView(QObject*) {
-    viewETKWeb->setHidden(false);
-    bringSubviewToFront(viewETKWeb);
-}
-
-void LoginViewController::closeETKWebView(QObject*) { viewETKWeb->setHidden(true); }
 
 bool LoginViewController::decidePolicyForNavigationAction(WebView*, const QUrl& url, int navigationType) {
     const QString text = url.toString();

@@ -1,8 +1,6 @@
 #include "ViewController.h"
-#include "widgets/Colors.h"
 
 #include "accounts/UpdateFarmerRequest.h"
-#include "farms/PlantPanel.h"
 #include "farms/DocumentViewController.h"
 #include "farms/FarmerProductRequest.h"
 #include "farms/ProductDetailViewController.h"
@@ -19,7 +17,6 @@
 #include "weather/WeatherApiRequest.h"
 #include "weather/WeatherTables.h"
 #include "widgets/BadgeBarButtonItem.h"
-#include "widgets/GroupedRadioButton.h"
 
 namespace ekinora::home {
 
@@ -30,9 +27,6 @@ namespace {
 
 Platform& P() { return Platform::current(); }
 void log(const QString& line) { P().application().log(line); }
-
-
-
 
 // -[NSString capitalizedString]: each word's first letter upper case, the rest lower case, with no
 // regard to the language.
@@ -62,8 +56,6 @@ QString storeDescription() {
     return description(all);
 }
 
-const QString NoProduct = QStringLiteral("Zirai Ürün Seçiniz");
-
 // The club invitation's countdown runs once per run of the application; a new platform is a new run.
 QPointer<Platform> libStatRun;
 
@@ -78,31 +70,50 @@ ViewController::ViewController(QObject* parent)
       viewEvent(makeControl<View>("viewEvent")), lblProductAlert(makeControl<Label>("lblProductAlert")),
       constCollTopMargin(makeControl<LayoutConstraint>("constCollTopMargin", 0.0)),
       collFarms(makeControl<TableView>("collFarms")), menuBtn(makeControl<Button>("menuBtn")),
-      btnNotification(notifications::Bell::install(this)), viewKVKK(makeControl<View>("viewKVKK")),
-      viewETK(makeControl<View>("viewETK")), webviewETK(makeControl<WebView>("webviewETK")),
-      radioETK1(makeControl<widgets::GroupedRadioButton>("radioETK1")),
-      radioETK2(makeControl<widgets::GroupedRadioButton>("radioETK2")),
-      radioETK3(makeControl<widgets::GroupedRadioButton>("radioETK3")), viewNewProduce(makeControl<View>("viewNewProduce")),
-      viewPlant(makeControl<View>("viewPlant")), viewProduct(makeControl<View>("viewProduct")),
-      lblFarm(makeControl<Label>("lblFarm")), lblProduct(makeControl<Label>("lblProduct")),
-      txtFarmSize(makeControl<TextField>("txtFarmSize")), btnNewProduce(makeControl<Button>("btnNewProduce")),
-      btnUpdateProduce(makeControl<Button>("btnUpdateProduce")), btnDeleteProduce(makeControl<Button>("btnDeleteProduce")),
-      collPlants(makeControl<TableView>("collPlants")), tblProducts(makeControl<TableView>("tblProducts")),
-      constCollPlantHeight(makeControl<LayoutConstraint>("constCollPlantHeight", 0.0)) {
+      btnNotification(notifications::Bell::install(this)) {
     setTitle(QStringLiteral("Anasayfa"));
     menuBtn->addTarget(this, QStringLiteral("presentLeftMenuViewController"));
-    btnNewProduce->addTarget(this, QStringLiteral("addProduct"));
+
     // Each permission is a box of its own: a tap turns it on or off.
-    radioETK1->setTitle(QStringLiteral("SMS"));
-    radioETK2->setTitle(QStringLiteral("E-posta"));
-    radioETK3->setTitle(QStringLiteral("Reklam"));
-    for (auto* radio : {radioETK1, radioETK2, radioETK3}) {
-        radio->setMultipleSelectionEnabled(true);
-        radio->setIconSize(22);
-        radio->setContentHorizontalAlignment(widgets::GroupedRadioButton::AlignLeft);
-    }
-    txtFarmSize->setKeyboardType(8);
-    lblProduct->setNumberOfLines(0);
+    accounts::ConsentPolicy consent;
+    consent.permissionTitles = {QStringLiteral("SMS"), QStringLiteral("E-posta"), QStringLiteral("Reklam")};
+    consent.confirm = [this] { sendPermissions(); };
+    consent.permissionsHint = QStringLiteral("Kampanya, duyuru ve tarımsal önerilerimizi hangi yollarla almak istediğinizi seçin. "
+                                             "İzinlerinizi dilediğiniz zaman değiştirebilirsiniz.");
+    consent.noticeLink = QStringLiteral("Aydınlatma Metnini okuyun");
+    consent.permissionsButton = QStringLiteral("Kaydet");
+    consent.noticeButton = QStringLiteral("Kapat");
+    m_consent = new accounts::ConsentPanel(std::move(consent), this);
+
+    // Up to four products here; the crop label reads a shorter text when its list closes empty.
+    farms::CropEditorPolicy crop;
+    crop.productLimit = 4;
+    crop.noCropOnClose = QStringLiteral("Ürün Seç");
+    crop.productTextControl = QStringLiteral("name");
+    crop.nameProductText = false;
+    crop.productRowHeight = 48;
+    crop.dropRefusedLists = true;
+    crop.holdNavigationBar = true;
+    crop.endEditingOnOpen = true;
+    crop.endEditingOnAccept = true;
+    crop.clearProductsOnOpen = false;
+    crop.add = [this] { saveFarm(); };
+    crop.heading = QStringLiteral("Yeni Tarla");
+    crop.plantCaption = QStringLiteral("Ürün");
+    crop.plantPurpose = QStringLiteral("Ürün seç");
+    crop.sizeCaption = QStringLiteral("Tarla büyüklüğü (dekar)");
+    crop.sizePurpose = QStringLiteral("Tarla büyüklüğü");
+    crop.productCaption = QStringLiteral("Zirai ürünler");
+    crop.productPurpose = QStringLiteral("Zirai ürün seç");
+    crop.plantsHeading = QStringLiteral("Ürün Seçiniz");
+    crop.productsHeading = QStringLiteral("Zirai Ürün Seçiniz");
+    m_cropEditor = new farms::CropEditor(std::move(crop), this);
+    m_cropEditor->txtFarmSize->setKeyboardType(8);
+    m_cropEditor->txtFarmSize->setPlaceholder(QStringLiteral("Örneğin 120"));
+    m_cropEditor->btnNewProduce->setTitle(QStringLiteral("Kaydet"));
+    m_cropEditor->btnUpdateProduce->setTitle(QStringLiteral("Güncelle"));
+    m_cropEditor->btnDeleteProduce->setTitle(QStringLiteral("Sil"));
+
     lblProductAlert->setNumberOfLines(0);
     lblProductAlert->setText(QStringLiteral("En fazla 3 tarla ekleyebilirsiniz."));
     collFarms->setDataSource([this](int) { return collFarmsNumberOfItems(); },
@@ -110,16 +121,6 @@ ViewController::ViewController(QObject* parent)
                                  return cellRow(collFarmsCell(row), collFarmsSizeForItem(row, collFarms->size().width()));
                              });
     collFarms->setDidSelectRow([this](int, int row) { collFarmsDidSelectItem(row); });
-    collPlants->setDataSource([this](int) { return collPlantsNumberOfItems(); },
-                              [this](int, int row) {
-                                  return cellRow(collPlantsCell(row), QSizeF((collPlants->size().width() - 1) / 2, 50));
-                              });
-    collPlants->setDidSelectRow([this](int, int row) { collPlantsDidSelectItem(row); });
-    tblProducts->setDataSource([this](int) { return tblProductsNumberOfRows(); },
-                               [this](int, int row) {
-                                   return cellRow(tblProductsCell(row), QSizeF(tblProducts->size().width(), 48));
-                               });
-    tblProducts->setDidSelectRow([this](int, int row) { tblProductsDidSelectRow(row); });
     addSegue(QStringLiteral("ProductDetailSegue"), SegueKind::Present, QStringLiteral("ProductDetailViewController"));
     addSegue(QStringLiteral("DocumentSegue"), SegueKind::Present, QStringLiteral("DocumentViewController"));
 }
@@ -138,15 +139,12 @@ void ViewController::viewDidLoad() {
     viewEvent->setBorderWidth(1.0);
     viewEvent->setBorderColor(QColor::fromRgbF(0.2, 0.2, 0.2));
     // 3.
+    embed(m_cropEditor, "cropEditorSlot");
+    embed(m_consent, "consentSlot");
     arrFarms = QJsonArray();
-    arrPlants = QJsonArray();
-    arrProducts = QJsonArray();
-    arrSelectedProducts.clear();
-    selectedPlantIndex = -1;
-    getPlants();
-    getProducts();
+    m_cropEditor->load();
     // 4.
-    for (View* v : {viewKVKK, viewETK, viewNewProduce, viewPlant, viewProduct}) v->setHidden(true);
+    m_consent->hidePages();
     // 5. Over everything, the navigation bar included.
     imgLoading->setImage(QStringLiteral("splashScreen"));
     imgLoading->setHidden(false);
@@ -209,8 +207,8 @@ void ViewController::profileReceived(const Json& response, const Json& storedRec
         LocalStore::defaults().synchronize();
         P().notificationCenter().postNotificationName(QStringLiteral("checkMenuList"));
         if (intValue(member(data, QStringLiteral("etkPopup"))) == 1) {
-            loadWebviewETK();
-            viewKVKK->setHidden(false);
+            m_consent->loadWebviewETK();
+            m_consent->viewKVKK->setHidden(false);
         }
     }
     // 3. The club invitation's countdown, once per run.
@@ -333,7 +331,7 @@ QSizeF ViewController::collFarmsSizeForItem(int row, double collectionWidth) con
 void ViewController::collFarmsDidSelectItem(int row) {
     if (row < 0) return;
     if (row >= arrFarms.size()) {
-        openNewProduceView();
+        m_cropEditor->openNewProduceView();
         return;
     }
     // The index path travels as the sender.
@@ -437,164 +435,29 @@ void ViewController::callPerson(QObject*) {
 
 // Consent.
 
-void ViewController::loadWebviewETK() {
-    service::WSRequest request;
-    request.doParam = QStringLiteral("page/detail");
-    request.slugName = QStringLiteral("kvkk");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            self->webviewETK->loadHTMLString(stringWithFormat(
-                QStringLiteral("<html><head></head><body>%@</body></html>"),
-                {path(response, {QStringLiteral("data"), QStringLiteral("page"), QStringLiteral("text")})}));
-        },
-        [](const Json& error) { log(QStringLiteral("loadWebviewETK: %1").arg(description(error))); });
-}
-
-void ViewController::openETKView(QObject*) { viewETK->setHidden(false); }
-
-void ViewController::closeETKView(QObject*) { viewETK->setHidden(true); }
-
-void ViewController::setETKinfo(QObject*) {
+void ViewController::sendPermissions() {
     accounts::UpdateFarmerRequest request;
     request.doParam = QStringLiteral("farmer/etk");
-    request.etkSmsPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK1->isSelected())});
-    request.etkEmailPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK2->isSelected())});
-    request.etkAdvPermission = stringWithFormat(QStringLiteral("%d"), {int(radioETK3->isSelected())});
+    request.etkSmsPermission = m_consent->smsPermission();
+    request.etkEmailPermission = m_consent->emailPermission();
+    request.etkAdvPermission = m_consent->advPermission();
     auto self = strong(this);
     // Whatever the answer, the question is answered: only the service brings it back.
-    request.updateFarmer([self](const Json&) { self->viewKVKK->setHidden(true); },
+    request.updateFarmer([self](const Json&) { self->m_consent->viewKVKK->setHidden(true); },
                          [](const Json& error) { log(QStringLiteral("farmer/etk: %1").arg(description(error))); });
 }
 
 // Adding a farm.
 
-void ViewController::getPlants() {
-    farms::FarmerProductRequest request;
-    request.doParam = QStringLiteral("produces");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            if (service::statusOf(response) != 200) return;
-            self->arrPlants = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("produces")}));
-            self->collPlants->reloadData();
-            self->constCollPlantHeight->setConstant(farms::plantPanelHeight(int(self->arrPlants.size()), Window::Height));
-        },
-        [](const Json& error) { log(QStringLiteral("getPlants: %1").arg(description(error))); });
-}
-
-void ViewController::getProducts() {
-    farms::FarmerProductRequest request;
-    request.doParam = QStringLiteral("produce/aps");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            if (service::statusOf(response) != 200) return;
-            const Json aps = path(response, {QStringLiteral("data"), QStringLiteral("aps")});
-            self->arrProducts = service::plainProducts(aps);
-            self->tblProducts->reloadData();
-        },
-        [](const Json& error) { log(QStringLiteral("getProducts: %1").arg(description(error))); });
-}
-
-QVariantMap ViewController::collPlantsCell(int row) const {
-    QVariantMap cell;
-    if (row < 0 || row >= arrPlants.size()) return cell;
-    const bool chosen = row == selectedPlantIndex;
-    cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("PlantCell"));
-    cell.insert(QStringLiteral("lblPlantName"), stringOrNull(member(arrPlants.at(row), QStringLiteral("name"))));
-    cell.insert(QStringLiteral("textColor"), chosen ? widgets::Colors::leaf() : widgets::Colors::black());
-    cell.insert(QStringLiteral("underline"), chosen);
-    return cell;
-}
-
-void ViewController::collPlantsDidSelectItem(int row) {
-    if (row < 0 || row >= arrPlants.size()) return;
-    selectedPlantIndex = selectedPlantIndex == row ? -1 : row;
-    collPlants->reloadData();
-    removePlantsView();
-}
-
-QVariantMap ViewController::tblProductsCell(int row) const {
-    QVariantMap cell;
-    if (row < 0 || row >= arrProducts.size()) return cell;
-    const QString name = stringOrNull(member(arrProducts.at(row), QStringLiteral("name")));
-    const bool chosen = arrSelectedProducts.contains(name);
-    cell.insert(QStringLiteral("reuseIdentifier"), QStringLiteral("ProductCell"));
-    cell.insert(QStringLiteral("name"), name);
-    cell.insert(QStringLiteral("textColor"), chosen ? widgets::Colors::leaf() : widgets::Colors::black());
-    cell.insert(QStringLiteral("underline"), chosen);
-    return cell;
-}
-
-void ViewController::tblProductsDidSelectRow(int row) {
-    if (row < 0 || row >= arrProducts.size()) return;
-    const QString name = stringOrNull(member(arrProducts.at(row), QStringLiteral("name")));
-    // Up to four here; a fifth tap does nothing and says nothing.
-    if (arrSelectedProducts.contains(name)) arrSelectedProducts.removeAll(name);
-    else if (arrSelectedProducts.size() < 4) arrSelectedProducts.append(name);
-    tblProducts->reloadData();
-}
-
-void ViewController::openNewProduceView(QObject*) {
-    endEditing();
-    viewNewProduce->setHidden(false);
-    if (NavigationController* nav = navigationController()) nav->navigationBar()->setUserInteractionEnabled(false);
-    lblFarm->setText(QStringLiteral("Ürün Seçiniz"));
-    txtFarmSize->setText(QString(""));
-    lblProduct->setText(NoProduct);
-    btnDeleteProduce->setHidden(true);
-    btnUpdateProduce->setHidden(true);
-    btnNewProduce->setHidden(false);
-}
-
-void ViewController::removeNewProduceView(QObject*) {
-    endEditing();
-    viewNewProduce->setHidden(true);
-    if (NavigationController* nav = navigationController()) nav->navigationBar()->setUserInteractionEnabled(true);
-}
-
-void ViewController::openPlantsView(QObject*) {
-    viewPlant->setHidden(false);
-    endEditing();
-}
-
-void ViewController::removePlantsView(QObject*) {
-    viewPlant->setHidden(true);
-    lblFarm->setText(selectedPlantIndex == -1 || selectedPlantIndex >= arrPlants.size()
-                         ? QStringLiteral("Ürün Seç")
-                         : stringOrNull(member(arrPlants.at(selectedPlantIndex), QStringLiteral("name"))));
-}
-
-void ViewController::openProductView(QObject*) {
-    viewProduct->setHidden(false);
-    endEditing();
-    arrSelectedProducts.clear();
-    if (lblProduct->text() != NoProduct) arrSelectedProducts = lblProduct->text().split(QLatin1Char('\n'));
-    tblProducts->reloadData();
-}
-
-void ViewController::removeProductView(QObject*) { viewProduct->setHidden(true); }
-
-void ViewController::acceptProductView(QObject*) {
-    endEditing();
-    viewProduct->setHidden(true);
-    lblProduct->setText(arrSelectedProducts.isEmpty() ? NoProduct : arrSelectedProducts.join(QLatin1Char('\n')));
-}
-
-void ViewController::addProduct(QObject*) {
+void ViewController::saveFarm() {
     // Nothing is checked here: the service's answer is what the farmer sees.
     hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
     farms::FarmerProductRequest request;
     request.doParam = QStringLiteral("produce/set");
-    request.range = txtFarmSize->text();
-    QJsonArray ids;
-    for (const QString& name : std::as_const(arrSelectedProducts))
-        for (const auto& product : std::as_const(arrProducts))
-            if (stringOrNull(member(product, QStringLiteral("name"))) == name) ids.append(member(product, QStringLiteral("id")));
-    request.apsList = ids;
-    for (const auto& plant : std::as_const(arrPlants))
-        if (isString(member(plant, QStringLiteral("name")), lblFarm->text())) request.produceID = member(plant, QStringLiteral("id"));
+    request.range = m_cropEditor->txtFarmSize->text();
+    request.apsList = m_cropEditor->chosenProductIds();
+    const Json plant = m_cropEditor->chosenPlant();
+    if (!plant.isUndefined()) request.produceID = member(plant, QStringLiteral("id"));
     auto self = strong(this);
     request.addProduct(
         [self](const Json& response) {
@@ -604,7 +467,7 @@ void ViewController::addProduct(QObject*) {
                 self->presentViewController(alert, true);
                 return;
             }
-            self->removeNewProduceView();
+            self->m_cropEditor->removeNewProduceView();
             self->getFarms();
         },
         [self](const Json&) {

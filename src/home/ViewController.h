@@ -4,9 +4,9 @@
 #include "platform/Foundation.h"
 #include "platform/Overlays.h"
 #include "platform/ViewController.h"
-#include "platform/WebView.h"
+#include "accounts/ConsentPanel.h"
+#include "farms/CropEditor.h"
 #include "widgets/BadgeBarButtonItem.h"
-#include "widgets/GroupedRadioButton.h"
 
 #include <QJsonArray>
 #include <QPointer>
@@ -38,34 +38,12 @@ class ViewController : public platform::ViewController {
     UI_OUTLET(ekinora::platform::TableView, collFarms)
     UI_OUTLET(ekinora::platform::Button, menuBtn)
     UI_OUTLET(ekinora::widgets::BadgeBarButtonItem, btnNotification)
-    UI_OUTLET(ekinora::platform::View, viewKVKK)
-    UI_OUTLET(ekinora::platform::View, viewETK)
-    UI_OUTLET(ekinora::platform::WebView, webviewETK)
-    UI_OUTLET(ekinora::widgets::GroupedRadioButton, radioETK1)
-    UI_OUTLET(ekinora::widgets::GroupedRadioButton, radioETK2)
-    UI_OUTLET(ekinora::widgets::GroupedRadioButton, radioETK3)
-    UI_OUTLET(ekinora::platform::View, viewNewProduce)
-    UI_OUTLET(ekinora::platform::View, viewPlant)
-    UI_OUTLET(ekinora::platform::View, viewProduct)
-    UI_OUTLET(ekinora::platform::Label, lblFarm)
-    UI_OUTLET(ekinora::platform::Label, lblProduct)
-    UI_OUTLET(ekinora::platform::TextField, txtFarmSize)
-    UI_OUTLET(ekinora::platform::Button, btnNewProduce)
-    UI_OUTLET(ekinora::platform::Button, btnUpdateProduce)
-    UI_OUTLET(ekinora::platform::Button, btnDeleteProduce)
-    UI_OUTLET(ekinora::platform::TableView, collPlants)
-    UI_OUTLET(ekinora::platform::TableView, tblProducts)
-    UI_OUTLET(ekinora::platform::LayoutConstraint, constCollPlantHeight)
 public:
     explicit ViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
 
     // State.
     QJsonArray arrFarms;
-    QJsonArray arrPlants;
-    QJsonArray arrProducts; // names plain
-    QStringList arrSelectedProducts;
-    qint32 selectedPlantIndex = -1;
     QPointer<platform::ProgressHUD> hud;
     platform::Json dictionaryWeather{QJsonValue::Undefined};
 
@@ -85,18 +63,10 @@ public:
     platform::Button* menuBtn;
     widgets::BadgeBarButtonItem* btnNotification;
 
-    // Consent panel and notice.
-    platform::View *viewKVKK, *viewETK;
-    platform::WebView* webviewETK;
-    widgets::GroupedRadioButton *radioETK1, *radioETK2, *radioETK3;
-
-    // Adding a farm.
-    platform::View *viewNewProduce, *viewPlant, *viewProduct;
-    platform::Label *lblFarm, *lblProduct;
-    platform::TextField* txtFarmSize;
-    platform::Button *btnNewProduce, *btnUpdateProduce, *btnDeleteProduce;
-    platform::TableView *collPlants, *tblProducts;
-    platform::LayoutConstraint* constCollPlantHeight;
+    // The consent questions and notice, and the panel that adds a farm.
+    accounts::ConsentPanel* consentPanel() const { return m_consent; }
+    farms::CropEditor* cropEditor() const { return m_cropEditor; }
+    QList<platform::ViewController*> childViewControllers() const override { return {m_consent, m_cropEditor}; }
 
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
@@ -105,24 +75,14 @@ public:
     void prepareForSegue(const platform::StoryboardSegue& segue, QObject* sender) override;
     int preferredStatusBarStyle() const { return 0; }
 
-    // The collections' data sources and delegates. The farm list's count also places the alert label.
-    // The data sources and delegates of the three lists, which the lists call.
+    // The farm list's data source and delegate; its count also places the alert label.
     int collFarmsNumberOfItems();
     QVariantMap collFarmsCell(int row) const;
     QSizeF collFarmsSizeForItem(int row, double collectionWidth) const;
     void collFarmsDidSelectItem(int row);
-    int collPlantsNumberOfItems() const { return int(arrPlants.size()); }
-    QVariantMap collPlantsCell(int row) const;
-    void collPlantsDidSelectItem(int row);
-    int tblProductsNumberOfRows() const { return int(arrProducts.size()); }
-    QVariantMap tblProductsCell(int row) const;
-    void tblProductsDidSelectRow(int row);
 
     void getWeatherInfo();
     void getFarms();
-    void getPlants();
-    void getProducts();
-    void loadWebviewETK();
     void forcedLogout();
     void showAlert();
     void checkFarmerForLightBox() {}
@@ -134,23 +94,19 @@ public slots:
     void presentLeftMenuViewController();
     void openEventView(QObject* sender = nullptr);
     void callPerson(QObject* sender = nullptr);
-    void setETKinfo(QObject* sender = nullptr);
-    void openETKView(QObject* sender = nullptr);
-    void closeETKView(QObject* sender = nullptr);
-    void openNewProduceView(QObject* sender = nullptr);
-    void removeNewProduceView(QObject* sender = nullptr);
-    void openPlantsView(QObject* sender = nullptr);
-    void removePlantsView(QObject* sender = nullptr);
-    void openProductView(QObject* sender = nullptr);
-    void removeProductView(QObject* sender = nullptr);
-    void acceptProductView(QObject* sender = nullptr);
-    void addProduct(QObject* sender = nullptr);
 
 private:
     void profileReceived(const platform::Json& response, const platform::Json& storedRecord);
     // A new content stack with one screen, handed to the side menu, which closes.
     void handOver(const QString& identifier);
     platform::ViewController* hudHost();
+    // The permissions go to the service; whatever the answer, the question is answered.
+    void sendPermissions();
+    // The new farm goes to the service, unchecked: the service's answer is what the farmer sees.
+    void saveFarm();
+
+    accounts::ConsentPanel* m_consent;
+    farms::CropEditor* m_cropEditor;
 };
 
 } // namespace ekinora::home

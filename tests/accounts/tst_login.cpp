@@ -63,7 +63,7 @@ private slots:
         QVERIFY(!login->viewLogin->isHidden());
         QVERIFY(login->viewRegister->isHidden());
         QVERIFY(login->viewLoginCode->isHidden());
-        QVERIFY(!login->btn1Enb->isEnabled() && !login->btn2Enb->isEnabled() && !login->btn3Enb->isEnabled());
+        QVERIFY(!login->consentPanel()->btn1Enb->isEnabled() && !login->consentPanel()->btn2Enb->isEnabled() && !login->consentPanel()->btn3Enb->isEnabled());
         QVERIFY(login->navigationController()->isNavigationBarHidden());
         // The conditions' indicator waits a second after the text has come.
         QCOMPARE(fake->platform->window().hudCount(), 1);
@@ -83,10 +83,10 @@ private slots:
         LoginViewController* login = start();
         fake->run(0);
         QCOMPARE(login->arrCities.size(), 1);
-        QCOMPARE(login->arrProducts.first().toObject().value("name").toString(), QStringLiteral("Tarvenza® 250 EC"));
-        QCOMPARE(login->webKVKK->html(), QStringLiteral("<html><head></head><body><p>conditions-of-use</p></body></html>"));
-        QCOMPARE(login->webviewETK->html(), QStringLiteral("<html><head></head><body><p>kvkk</p></body></html>"));
-        QVERIFY(login->webKVKK->baseUrl().isEmpty());
+        QCOMPARE(login->cropEditor()->arrProducts.first().toObject().value("name").toString(), QStringLiteral("Tarvenza® 250 EC"));
+        QCOMPARE(login->consentPanel()->webKVKK->html(), QStringLiteral("<html><head></head><body><p>conditions-of-use</p></body></html>"));
+        QCOMPARE(login->consentPanel()->webviewETK->html(), QStringLiteral("<html><head></head><body><p>kvkk</p></body></html>"));
+        QVERIFY(login->consentPanel()->webKVKK->baseUrl().isEmpty());
         QCOMPARE(fake->platform->window().hudCount(), 1);
         fake->run(999);
         QCOMPARE(fake->platform->window().hudCount(), 1);

@@ -86,8 +86,8 @@ class RegistrationTest : public QObject {
         screen->openRegisterView();
         (QByteArray(role) == "farmer" ? screen->farmerButton : screen->dealerButton)->tap();
         closeAlertWith(QStringLiteral("Onaylıyorum"));
-        screen->closeETKWebView();
-        screen->closeETKView();
+        screen->consentPanel()->closeETKWebView();
+        screen->consentPanel()->closeETKView();
         fillPerson();
         screen->devamButton->tap();
     }
@@ -98,18 +98,18 @@ class RegistrationTest : public QObject {
 
     void newCrop(const QString& plant, const QString& size, const QStringList& products = {}) {
         screen->didSelectItem(screen->collFarms, int(screen->arrFarms.size()));
-        QVERIFY(!screen->viewNewProduce->isHidden());
+        QVERIFY(!screen->cropEditor()->viewNewProduce->isHidden());
         if (!plant.isEmpty()) {
-            screen->openPlantsView();
-            screen->didSelectItem(screen->collPlants, indexOf(screen->arrPlants, plant));
+            screen->cropEditor()->openPlantsView();
+            screen->cropEditor()->selectPlant(indexOf(screen->cropEditor()->arrPlants, plant));
         }
-        screen->txtFarmSize->setText(size);
+        screen->cropEditor()->txtFarmSize->setText(size);
         if (!products.isEmpty()) {
-            screen->openProductView();
-            for (const QString& p : products) screen->didSelectItem(screen->tblProducts, indexOf(screen->arrProducts, p));
-            screen->acceptProductView();
+            screen->cropEditor()->openProductView();
+            for (const QString& p : products) screen->cropEditor()->selectProduct(indexOf(screen->cropEditor()->arrProducts, p));
+            screen->cropEditor()->acceptProductView();
         }
-        screen->btnNewProduce->tap();
+        screen->cropEditor()->btnNewProduce->tap();
     }
     static int indexOf(const QJsonArray& list, const QString& name) {
         for (int i = 0; i < list.size(); ++i)
@@ -216,19 +216,19 @@ private slots:
 
         // The conditions first, then their acceptance.
         closeAlertWith("Kullanım Şartları Metnine Git");
-        QVERIFY(!screen->viewKVKK->isHidden());
-        QCOMPARE(screen->frontPanel(), QStringLiteral("viewKVKK"));
-        QCOMPARE(screen->webKVKK->html(), QStringLiteral("<html><head></head><body><p>Şartlar</p></body></html>"));
-        screen->acceptKVKK();
-        QVERIFY(screen->viewKVKK->isHidden() && !screen->viewETK->isHidden() && !screen->viewETKWeb->isHidden());
-        QCOMPARE(screen->frontPanel(), QStringLiteral("viewETKWeb"));
-        screen->closeETKWebView();
-        QVERIFY(screen->viewETKWeb->isHidden() && !screen->viewETK->isHidden());
-        screen->openETKWebView();
-        QVERIFY(!screen->viewETKWeb->isHidden());
-        screen->closeETKWebView();
-        screen->closeETKView();
-        QVERIFY(screen->viewETK->isHidden());
+        QVERIFY(!screen->consentPanel()->viewKVKK->isHidden());
+        QCOMPARE(screen->consentPanel()->frontPanel(), QStringLiteral("viewKVKK"));
+        QCOMPARE(screen->consentPanel()->webKVKK->html(), QStringLiteral("<html><head></head><body><p>Şartlar</p></body></html>"));
+        screen->consentPanel()->acceptKVKK();
+        QVERIFY(screen->consentPanel()->viewKVKK->isHidden() && !screen->consentPanel()->viewETK->isHidden() && !screen->consentPanel()->viewETKWeb->isHidden());
+        QCOMPARE(screen->consentPanel()->frontPanel(), QStringLiteral("viewETKWeb"));
+        screen->consentPanel()->closeETKWebView();
+        QVERIFY(screen->consentPanel()->viewETKWeb->isHidden() && !screen->consentPanel()->viewETK->isHidden());
+        screen->consentPanel()->openETKWebView();
+        QVERIFY(!screen->consentPanel()->viewETKWeb->isHidden());
+        screen->consentPanel()->closeETKWebView();
+        screen->consentPanel()->closeETKView();
+        QVERIFY(screen->consentPanel()->viewETK->isHidden());
 
         // Name, surname, city and county are needed; e-mail is not.
         screen->devamButton->tap();
@@ -261,42 +261,42 @@ private slots:
         newCrop("", "12");
         QCOMPARE(alertText(), QStringLiteral("Uyarı|Ürün seçmediniz."));
         closeAlert();
-        QVERIFY(!screen->viewNewProduce->isHidden());
+        QVERIFY(!screen->cropEditor()->viewNewProduce->isHidden());
         for (const char* size : {"", "0"}) {
-            screen->txtFarmSize->setText(size);
-            screen->openPlantsView();
-            screen->didSelectItem(screen->collPlants, 0);
-            QCOMPARE(screen->lblFarm->text(), QStringLiteral("Buğday"));
-            screen->btnNewProduce->tap();
+            screen->cropEditor()->txtFarmSize->setText(size);
+            screen->cropEditor()->openPlantsView();
+            screen->cropEditor()->selectPlant(0);
+            QCOMPARE(screen->cropEditor()->lblFarm->text(), QStringLiteral("Buğday"));
+            screen->cropEditor()->btnNewProduce->tap();
             QCOMPARE(alertText(), QStringLiteral("Uyarı|Tarla büyüklüğünü girmediniz."));
             closeAlert();
             // A second tap on the chosen plant takes the choice back.
-            screen->openPlantsView();
-            screen->didSelectItem(screen->collPlants, 0);
-            QCOMPARE(screen->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
+            screen->cropEditor()->openPlantsView();
+            screen->cropEditor()->selectPlant(0);
+            QCOMPARE(screen->cropEditor()->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
         }
-        screen->openPlantsView();
-        screen->didSelectItem(screen->collPlants, 0);
-        screen->txtFarmSize->setText("10001");
-        screen->btnNewProduce->tap();
+        screen->cropEditor()->openPlantsView();
+        screen->cropEditor()->selectPlant(0);
+        screen->cropEditor()->txtFarmSize->setText("10001");
+        screen->cropEditor()->btnNewProduce->tap();
         QCOMPARE(alertText(), QStringLiteral("Uyarı|Tarla büyüklüğü 10000 dekardan büyük olamaz."));
         closeAlert();
         QVERIFY(screen->arrFarms.isEmpty());
 
         // "12a" reads as 12 and "abc" is not "0": both pass.
-        screen->txtFarmSize->setText("12a");
-        screen->openProductView();
-        for (int row : {0, 2, 1, 3}) screen->didSelectItem(screen->tblProducts, row);
+        screen->cropEditor()->txtFarmSize->setText("12a");
+        screen->cropEditor()->openProductView();
+        for (int row : {0, 2, 1, 3}) screen->cropEditor()->selectProduct(row);
         // A fourth product stays out, without a word.
-        QCOMPARE(screen->arrSelectedProducts, (QStringList{"Tarvenza® 250 EC", "Mantis SC", "Korsan 5 WG"}));
+        QCOMPARE(screen->cropEditor()->arrSelectedProducts, (QStringList{"Tarvenza® 250 EC", "Mantis SC", "Korsan 5 WG"}));
         QVERIFY(!alert());
-        QCOMPARE(screen->cellForItem(screen->tblProducts, 3).value("underline").toBool(), false);
-        QCOMPARE(screen->cellForItem(screen->tblProducts, 2).value("underline").toBool(), true);
-        screen->didSelectItem(screen->tblProducts, 2);
-        screen->acceptProductView();
-        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Tarvenza® 250 EC\nKorsan 5 WG"));
-        screen->btnNewProduce->tap();
-        QVERIFY(screen->viewNewProduce->isHidden());
+        QCOMPARE(screen->cropEditor()->productCell(3).value("underline").toBool(), false);
+        QCOMPARE(screen->cropEditor()->productCell(2).value("underline").toBool(), true);
+        screen->cropEditor()->selectProduct(2);
+        screen->cropEditor()->acceptProductView();
+        QCOMPARE(screen->cropEditor()->lblProduct->text(), QStringLiteral("Tarvenza® 250 EC\nKorsan 5 WG"));
+        screen->cropEditor()->btnNewProduce->tap();
+        QVERIFY(screen->cropEditor()->viewNewProduce->isHidden());
         newCrop("Arpa", "abc");
         newCrop("Ayçiçeği", "10000");
         QCOMPARE(screen->arrFarms.size(), 3);
@@ -322,18 +322,18 @@ private slots:
         // An update takes a size of 0 and keeps the kind under "id"; with no product chosen the
         // panel's placeholder matches nothing and "aps" is empty.
         screen->didSelectItem(screen->collFarms, 1);
-        QVERIFY(!screen->btnUpdateProduce->isHidden() && screen->btnNewProduce->isHidden());
-        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
-        QCOMPARE(screen->arrSelectedProducts, QStringList{"Zirai Ürün Seçiniz"});
-        screen->txtFarmSize->setText("0");
-        screen->btnUpdateProduce->tap();
+        QVERIFY(!screen->cropEditor()->btnUpdateProduce->isHidden() && screen->cropEditor()->btnNewProduce->isHidden());
+        QCOMPARE(screen->cropEditor()->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
+        QCOMPARE(screen->cropEditor()->arrSelectedProducts, QStringList{"Zirai Ürün Seçiniz"});
+        screen->cropEditor()->txtFarmSize->setText("0");
+        screen->cropEditor()->btnUpdateProduce->tap();
         QVERIFY(!alert());
         QCOMPARE(screen->arrFarms.at(1).toObject(),
                  (QJsonObject{{"range", "0"}, {"id", 2}, {"name", "Arpa"}, {"aps", QJsonArray()}}));
 
         // Deleting one brings the adding cell back.
         screen->didSelectItem(screen->collFarms, 2);
-        screen->btnDeleteProduce->tap();
+        screen->cropEditor()->btnDeleteProduce->tap();
         QCOMPARE(screen->arrFarms.size(), 2);
         QCOMPARE(screen->numberOfItemsInSection(screen->collFarms), 3);
         QCOMPARE(screen->cellForItem(screen->collFarms, 2).value("reuseIdentifier").toString(), QStringLiteral("NewFarmCell"));
@@ -342,9 +342,9 @@ private slots:
         // A new crop starts with nothing chosen, whatever the last one had.
         screen->didSelectItem(screen->collFarms, 0);
         screen->didSelectItem(screen->collFarms, 2);
-        QCOMPARE(screen->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
-        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
-        QVERIFY(screen->arrSelectedProducts.isEmpty());
+        QCOMPARE(screen->cropEditor()->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
+        QCOMPARE(screen->cropEditor()->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
+        QVERIFY(screen->cropEditor()->arrSelectedProducts.isEmpty());
     }
 
     void plantListHeightFollowsTheCount_data() {
@@ -362,10 +362,11 @@ private slots:
         QJsonArray list;
         for (int i = 0; i < plants; ++i) list.append(QJsonObject{{"id", i + 1}, {"name", QString("Ürün %1").arg(i)}});
         fake->http->on("produces", jsonReply(envelope(QJsonObject{{"produces", list}})));
-        screen->getPlants();
+        screen->cropEditor()->getPlants();
         fake->run(0);
-        QCOMPARE(screen->constCollPlantHeight->constant(), height);
-        QCOMPARE(screen->sizeForItem(screen->collPlants, 0, 341), QSizeF(170, 50));
+        QCOMPARE(screen->cropEditor()->constCollPlantHeight->constant(), height);
+        screen->cropEditor()->collPlants->setSize(QSizeF(341, 400));
+        QCOMPARE(screen->cropEditor()->collPlants->cellForRow(0).size, QSizeF(170, 50));
     }
 
     void farmerRegistrationSendsExactlyTheseKeys() {
@@ -374,11 +375,11 @@ private slots:
         newCrop("Buğday", "12", {"Tarvenza® 250 EC", "Mantis SC"});
         newCrop("Arpa", "5");
         screen->didSelectItem(screen->collFarms, 1);
-        screen->btnUpdateProduce->tap();
-        screen->radioETK1->tap();
-        screen->radioETK3->tap();
-        screen->radioETK3->tap(); // switched off again
-        screen->radioETK2->tap();
+        screen->cropEditor()->btnUpdateProduce->tap();
+        screen->consentPanel()->radioETK1->tap();
+        screen->consentPanel()->radioETK3->tap();
+        screen->consentPanel()->radioETK3->tap(); // switched off again
+        screen->consentPanel()->radioETK2->tap();
         screen->continueToFinish();
         fake->http->on("farmer/register", jsonReply(envelope(QJsonValue::Null, 400, {{"hash", "Telefon doğrulamanızın süresi doldu."}})));
         screen->completeRegistrationButton->tap();
@@ -498,7 +499,7 @@ private slots:
         screen->bayiAdiText->setText("Öztürk Tarım");
         screen->vergiNoText->setText("7710203344");
         screen->tcKimlikText->setText("10000000146");
-        screen->radioETK3->tap();
+        screen->consentPanel()->radioETK3->tap();
         fake->http->on("dealer/check-information-field", jsonReply(envelope(QJsonValue::Null)));
         fake->http->on("dealer/register", jsonReply(envelope(QJsonValue::Null)));
         screen->continueToFinish();
@@ -537,11 +538,11 @@ private slots:
     void mailLinksOfTheNoticeGoToMail() {
         const QUrl link(QStringLiteral("mailto:kvkk@ekinora.com.tr"));
         // Only a tapped link.
-        QVERIFY(screen->webviewETK->shouldNavigate(link, WebView::Other));
+        QVERIFY(screen->consentPanel()->webviewETK->shouldNavigate(link, WebView::Other));
         QVERIFY(opened.isEmpty());
-        QVERIFY(screen->webKVKK->shouldNavigate(QUrl("https://www.kvkk.gov.tr"), WebView::LinkActivated));
+        QVERIFY(screen->consentPanel()->webKVKK->shouldNavigate(QUrl("https://www.kvkk.gov.tr"), WebView::LinkActivated));
 
-        QVERIFY(!screen->webviewETK->shouldNavigate(link, WebView::LinkActivated));
+        QVERIFY(!screen->consentPanel()->webviewETK->shouldNavigate(link, WebView::LinkActivated));
         QCOMPARE(opened.size(), 1);
         QCOMPARE(opened.first().scheme(), QStringLiteral("mailto"));
         QCOMPARE(opened.first().path(), QStringLiteral("kvkk@ekinora.com.tr"));
@@ -551,7 +552,7 @@ private slots:
 
         // Without a mail account: a warning and nothing opened.
         fake->platform->application().setUrlChecker([](const QUrl& url) { return url.scheme() != "mailto"; });
-        QVERIFY(!screen->webKVKK->shouldNavigate(link, WebView::LinkActivated));
+        QVERIFY(!screen->consentPanel()->webKVKK->shouldNavigate(link, WebView::LinkActivated));
         QCOMPARE(opened.size(), 1);
         QCOMPARE(alertText(), QStringLiteral("Uyarı|Mail hesabınız telefonunuza kurulu değildir."));
         QCOMPARE(alert()->buttonTitles(), QStringList{"Tamam"});

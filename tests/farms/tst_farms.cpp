@@ -101,21 +101,21 @@ private slots:
         QStringList commands;
         for (const auto& r : fake->http->requests) commands << commandOf(r);
         QCOMPARE(commands, (QStringList{"farmer/produces", "produces", "produce/aps", "notifications"}));
-        QVERIFY(screen->viewNewProduce->isHidden() && screen->viewPlant->isHidden() && screen->viewProduct->isHidden());
+        QVERIFY(screen->cropEditor()->viewNewProduce->isHidden() && screen->cropEditor()->viewPlant->isHidden() && screen->cropEditor()->viewProduct->isHidden());
         QCOMPARE(fake->platform->window().hudCount(), 1); // the farms' indicator, until their reply
         fake->run(0);
         QCOMPARE(fake->platform->window().hudCount(), 0);
         QCOMPARE(screen->arrFarms.size(), 2);
         // Names of products lose their markup on receipt.
-        QCOMPARE(screen->arrProducts.at(0).toObject().value("name").toString(), QStringLiteral("Tarvenza® 250 EC"));
-        QCOMPARE(screen->constCollPlantHeight->constant(), 50.0 + 50.0);
+        QCOMPARE(screen->cropEditor()->arrProducts.at(0).toObject().value("name").toString(), QStringLiteral("Tarvenza® 250 EC"));
+        QCOMPARE(screen->cropEditor()->constCollPlantHeight->constant(), 50.0 + 50.0);
         QCOMPARE(screen->title(), QStringLiteral("Tarlalarım"));
     }
 
     void cardsReadAsTheServiceSends() {
         auto* screen = loaded();
-        QCOMPARE(screen->numberOfItemsInSection("collFarms"), 3);
-        const QVariantMap wheat = screen->cellForItem("collFarms", 0);
+        QCOMPARE(screen->numberOfItems(), 3);
+        const QVariantMap wheat = screen->farmCell(0);
         QCOMPARE(wheat.value("reuseIdentifier").toString(), QStringLiteral("FarmCell"));
         QCOMPARE(wheat.value("lblFarm").toString(), QStringLiteral("Buğday"));
         QCOMPARE(wheat.value("lblFarmSize").toString(), QStringLiteral("180 dekar"));
@@ -124,17 +124,18 @@ private slots:
         QCOMPARE(wheat.value("cornerRadius").toInt(), 3);
         QVERIFY(wheat.value("clipsToBounds").toBool());
 
-        const QVariantMap beet = screen->cellForItem("collFarms", 1);
+        const QVariantMap beet = screen->farmCell(1);
         QCOMPARE(beet.value("lblFarmSize").toString(), QStringLiteral("22.5 dekar"));
         QCOMPARE(beet.value("lblProducts").toString(), QStringLiteral("Zirai Ürün Seçilmedi"));
         QCOMPARE(beet.value("imgBack").toString(), QStringLiteral("tarlaBgImgDomates"));
         QVERIFY(QFile::exists(":/ekinora/images/tarlaBgImgDomates.png"));
         QVERIFY(beet.value("imgBackUrl").toString().isEmpty());
 
-        QCOMPARE(screen->cellForItem("collFarms", 2).value("reuseIdentifier").toString(), QStringLiteral("NewFarmCell"));
-        QCOMPARE(screen->sizeForItem("collFarms", 0, 390), QSizeF(358, 190));
-        QCOMPARE(screen->sizeForItem("collFarms", 2, 390), QSizeF(358, 65));
-        QCOMPARE(screen->sizeForItem("collPlants", 0, 391), QSizeF(195, 50));
+        QCOMPARE(screen->farmCell(2).value("reuseIdentifier").toString(), QStringLiteral("NewFarmCell"));
+        QCOMPARE(screen->farmCellSize(0, 390), QSizeF(358, 190));
+        QCOMPARE(screen->farmCellSize(2, 390), QSizeF(358, 65));
+        screen->cropEditor()->collPlants->setSize(QSizeF(391, 400));
+        QCOMPARE(screen->cropEditor()->collPlants->cellForRow(0).size, QSizeF(195, 50));
     }
 
     void addingCellGoesAtExactlyThreeFarms_data() {
@@ -152,17 +153,17 @@ private slots:
         QFETCH(bool, alertShown);
         this->farms = farmList(farms);
         auto* screen = loaded();
-        QCOMPARE(screen->numberOfItemsInSection("collFarms"), items);
+        QCOMPARE(screen->numberOfItems(), items);
         QCOMPARE(!screen->lblProductAlert->isHidden(), alertShown);
         QCOMPARE(screen->constCollTopMargin->constant(), alertShown ? 32.0 : 0.0);
-        QCOMPARE(screen->cellForItem("collFarms", items - 1).value("reuseIdentifier").toString(),
+        QCOMPARE(screen->farmCell(items - 1).value("reuseIdentifier").toString(),
                  alertShown ? QStringLiteral("FarmCell") : QStringLiteral("NewFarmCell"));
         // Tapping the adding cell opens an empty panel.
         if (!alertShown) {
-            screen->didSelectItem("collFarms", items - 1);
-            QVERIFY(!screen->viewNewProduce->isHidden());
-            QVERIFY(!screen->btnNewProduce->isHidden());
-            QVERIFY(screen->btnUpdateProduce->isHidden() && screen->btnDeleteProduce->isHidden());
+            screen->didSelectFarm(items - 1);
+            QVERIFY(!screen->cropEditor()->viewNewProduce->isHidden());
+            QVERIFY(!screen->cropEditor()->btnNewProduce->isHidden());
+            QVERIFY(screen->cropEditor()->btnUpdateProduce->isHidden() && screen->cropEditor()->btnDeleteProduce->isHidden());
         }
     }
 
@@ -188,79 +189,79 @@ private slots:
 
     void cropPanelChoosesOneAndATapOnItUnchooses() {
         auto* screen = loaded();
-        screen->openNewProduceView();
-        screen->openPlantsView();
-        QVERIFY(!screen->viewPlant->isHidden());
-        screen->didSelectItem("collPlants", 2);
-        QVERIFY(screen->viewPlant->isHidden());
-        QCOMPARE(screen->lblFarm->text(), QStringLiteral("Domates"));
-        const QVariantMap chosen = screen->cellForItem("collPlants", 2);
+        screen->cropEditor()->openNewProduceView();
+        screen->cropEditor()->openPlantsView();
+        QVERIFY(!screen->cropEditor()->viewPlant->isHidden());
+        screen->cropEditor()->selectPlant(2);
+        QVERIFY(screen->cropEditor()->viewPlant->isHidden());
+        QCOMPARE(screen->cropEditor()->lblFarm->text(), QStringLiteral("Domates"));
+        const QVariantMap chosen = screen->cropEditor()->plantCell(2);
         QCOMPARE(chosen.value("lblPlantName").toString(), QStringLiteral("Domates"));
         QCOMPARE(chosen.value("textColor").value<QColor>(), QColor(120, 185, 48));
         QVERIFY(chosen.value("underline").toBool());
-        const QVariantMap other = screen->cellForItem("collPlants", 0);
+        const QVariantMap other = screen->cropEditor()->plantCell(0);
         QCOMPARE(other.value("textColor").value<QColor>(), QColor(51, 51, 51));
         QVERIFY(!other.value("underline").toBool());
 
-        screen->openPlantsView();
-        screen->didSelectItem("collPlants", 2);
-        QCOMPARE(screen->selectedPlantIndex, -1);
-        QCOMPARE(screen->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
+        screen->cropEditor()->openPlantsView();
+        screen->cropEditor()->selectPlant(2);
+        QCOMPARE(screen->cropEditor()->selectedPlantIndex, -1);
+        QCOMPARE(screen->cropEditor()->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
     }
 
     void productPanelTakesThreeAndAFourthTapSaysNothing() {
         auto* screen = loaded();
-        screen->openNewProduceView();
-        screen->openProductView();
-        QVERIFY(screen->arrSelectedProducts.isEmpty());
-        for (int row : {3, 0, 1, 2}) screen->didSelectItem("tblProducts", row);
-        QCOMPARE(screen->arrSelectedProducts, (QStringList{"Yaprak Gübresi 20-20-20", "Tarvenza® 250 EC", "Nodrix® 480 SC"}));
+        screen->cropEditor()->openNewProduceView();
+        screen->cropEditor()->openProductView();
+        QVERIFY(screen->cropEditor()->arrSelectedProducts.isEmpty());
+        for (int row : {3, 0, 1, 2}) screen->cropEditor()->selectProduct(row);
+        QCOMPARE(screen->cropEditor()->arrSelectedProducts, (QStringList{"Yaprak Gübresi 20-20-20", "Tarvenza® 250 EC", "Nodrix® 480 SC"}));
         QVERIFY(!fake->alert());
-        QCOMPARE(screen->cellForItem("tblProducts", 2).value("underline").toBool(), false);
-        QCOMPARE(screen->cellForItem("tblProducts", 0).value("textColor").value<QColor>(), QColor(120, 185, 48));
-        QCOMPARE(screen->cellForItem("tblProducts", 0).value("selectionStyle").toInt(), 0);
+        QCOMPARE(screen->cropEditor()->productCell(2).value("underline").toBool(), false);
+        QCOMPARE(screen->cropEditor()->productCell(0).value("textColor").value<QColor>(), QColor(120, 185, 48));
+        QCOMPARE(screen->cropEditor()->productCell(0).value("selectionStyle").toInt(), 0);
         // A tap on a chosen one frees a place.
-        screen->didSelectItem("tblProducts", 3);
-        screen->didSelectItem("tblProducts", 2);
-        screen->acceptProductView();
-        QVERIFY(screen->viewProduct->isHidden());
-        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Tarvenza® 250 EC\nNodrix® 480 SC\nKelvaro® 70 WG"));
+        screen->cropEditor()->selectProduct(3);
+        screen->cropEditor()->selectProduct(2);
+        screen->cropEditor()->acceptProductView();
+        QVERIFY(screen->cropEditor()->viewProduct->isHidden());
+        QCOMPARE(screen->cropEditor()->lblProduct->text(), QStringLiteral("Tarvenza® 250 EC\nNodrix® 480 SC\nKelvaro® 70 WG"));
 
         // Cancelling keeps the label; opening again starts from it.
-        screen->openProductView();
-        screen->didSelectItem("tblProducts", 0);
-        screen->removeProductView();
-        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Tarvenza® 250 EC\nNodrix® 480 SC\nKelvaro® 70 WG"));
-        screen->openProductView();
-        QCOMPARE(screen->arrSelectedProducts.size(), 3);
-        for (int row : {0, 1, 2}) screen->didSelectItem("tblProducts", row);
-        screen->acceptProductView();
-        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
+        screen->cropEditor()->openProductView();
+        screen->cropEditor()->selectProduct(0);
+        screen->cropEditor()->removeProductView();
+        QCOMPARE(screen->cropEditor()->lblProduct->text(), QStringLiteral("Tarvenza® 250 EC\nNodrix® 480 SC\nKelvaro® 70 WG"));
+        screen->cropEditor()->openProductView();
+        QCOMPARE(screen->cropEditor()->arrSelectedProducts.size(), 3);
+        for (int row : {0, 1, 2}) screen->cropEditor()->selectProduct(row);
+        screen->cropEditor()->acceptProductView();
+        QCOMPARE(screen->cropEditor()->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
     }
 
     void addingSendsThePanelAsItStandsAndReloadsOnSuccess() {
         auto* screen = loaded();
         fake->http->on("produce/set", jsonReply(envelope(QJsonObject{})));
-        screen->didSelectItem("collFarms", 2);
+        screen->didSelectFarm(2);
         auto* nav = screen->navigationController();
         QVERIFY(!nav->navigationBar()->userInteractionEnabled());
-        QCOMPARE(screen->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
-        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
-        screen->openPlantsView();
-        screen->didSelectItem("collPlants", 1);
-        screen->txtFarmSize->userType("12.5");
-        screen->openProductView();
-        screen->didSelectItem("tblProducts", 2);
-        screen->didSelectItem("tblProducts", 0);
-        screen->acceptProductView();
+        QCOMPARE(screen->cropEditor()->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
+        QCOMPARE(screen->cropEditor()->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
+        screen->cropEditor()->openPlantsView();
+        screen->cropEditor()->selectPlant(1);
+        screen->cropEditor()->txtFarmSize->userType("12.5");
+        screen->cropEditor()->openProductView();
+        screen->cropEditor()->selectProduct(2);
+        screen->cropEditor()->selectProduct(0);
+        screen->cropEditor()->acceptProductView();
         fake->http->requests.clear();
-        screen->btnNewProduce->tap();
+        screen->cropEditor()->btnNewProduce->tap();
         QCOMPARE(fake->platform->window().hudCount(), 1);
         const HttpRequest sent = fake->http->requestsFor("produce/set").value(0);
         QCOMPARE(sent.method, QByteArray("POST"));
         QCOMPARE(bodyOf(sent), (QJsonObject{{"produceId", 3}, {"aps", QJsonArray{103, 101}}, {"range", 12.5}, {"bearer", "tok-1"}}));
         fake->run(0);
-        QVERIFY(screen->viewNewProduce->isHidden());
+        QVERIFY(screen->cropEditor()->viewNewProduce->isHidden());
         QVERIFY(nav->navigationBar()->userInteractionEnabled());
         QCOMPARE(fake->http->requestsFor("farmer/produces").size(), 1);
         QCOMPARE(fake->platform->window().hudCount(), 0);
@@ -271,9 +272,9 @@ private slots:
         fake->http->on("produce/set", jsonReply(envelope(QJsonValue::Null, 400,
                                                          QJsonObject{{"range", "Tarla büyüklüğünü girmediniz."}})));
         // Nothing chosen and no size: the screen sends it all the same, the size as 0 and no crop.
-        screen->openNewProduceView();
-        screen->txtFarmSize->userType("abc");
-        screen->addProduct();
+        screen->cropEditor()->openNewProduceView();
+        screen->cropEditor()->txtFarmSize->userType("abc");
+        screen->cropEditor()->addProduct();
         QCOMPARE(bodyOf(fake->http->requestsFor("produce/set").value(0)), (QJsonObject{{"range", 0}, {"bearer", "tok-1"}}));
         fake->run(0);
         platform::AlertController* alert = fake->alert();
@@ -281,7 +282,7 @@ private slots:
         QCOMPARE(alert->title(), QStringLiteral("Uyarı"));
         QCOMPARE(alert->message(), QStringLiteral("Tarla büyüklüğünü girmediniz."));
         QCOMPARE(alert->buttonTitles(), QStringList{"Tamam"});
-        QVERIFY(!screen->viewNewProduce->isHidden());
+        QVERIFY(!screen->cropEditor()->viewNewProduce->isHidden());
         QCOMPARE(fake->platform->window().hudCount(), 0);
         QVERIFY(fake->http->requestsFor("farmer/produces").isEmpty());
     }
@@ -289,39 +290,39 @@ private slots:
     void updatingAFarmWithoutProductsSendsNoProducts() {
         auto* screen = loaded();
         fake->http->on("produce/set", jsonReply(envelope(QJsonObject{})));
-        screen->didSelectItem("collFarms", 1);
+        screen->didSelectFarm(1);
         QCOMPARE(screen->selectedProduceID, QJsonValue(8));
-        QCOMPARE(screen->lblFarm->text(), QStringLiteral("Şeker Pancarı"));
-        QCOMPARE(screen->txtFarmSize->text(), QStringLiteral("22.5"));
-        QCOMPARE(screen->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
-        QCOMPARE(screen->arrSelectedProducts, QStringList{"Zirai Ürün Seçiniz"});
-        QVERIFY(screen->btnNewProduce->isHidden());
-        QVERIFY(!screen->btnUpdateProduce->isHidden() && !screen->btnDeleteProduce->isHidden());
-        screen->txtFarmSize->becomeFirstResponder();
-        screen->btnUpdateProduce->tap();
+        QCOMPARE(screen->cropEditor()->lblFarm->text(), QStringLiteral("Şeker Pancarı"));
+        QCOMPARE(screen->cropEditor()->txtFarmSize->text(), QStringLiteral("22.5"));
+        QCOMPARE(screen->cropEditor()->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
+        QCOMPARE(screen->cropEditor()->arrSelectedProducts, QStringList{"Zirai Ürün Seçiniz"});
+        QVERIFY(screen->cropEditor()->btnNewProduce->isHidden());
+        QVERIFY(!screen->cropEditor()->btnUpdateProduce->isHidden() && !screen->cropEditor()->btnDeleteProduce->isHidden());
+        screen->cropEditor()->txtFarmSize->becomeFirstResponder();
+        screen->cropEditor()->btnUpdateProduce->tap();
         // The crop's name is not among the plants here, so no crop either.
         QCOMPARE(bodyOf(fake->http->requestsFor("produce/set").value(0)), (QJsonObject{{"id", 8}, {"range", 22.5}, {"bearer", "tok-1"}}));
         fake->run(0);
-        QVERIFY(!screen->txtFarmSize->isFirstResponder());
-        QVERIFY(screen->viewNewProduce->isHidden());
+        QVERIFY(!screen->cropEditor()->txtFarmSize->isFirstResponder());
+        QVERIFY(screen->cropEditor()->viewNewProduce->isHidden());
     }
 
     void anExistingFarmKeepsTheLastChosenCropRow() {
         auto* screen = loaded();
         fake->http->on("produce/set", jsonReply(envelope(QJsonObject{})));
-        screen->openNewProduceView();
-        screen->openPlantsView();
-        screen->didSelectItem("collPlants", 0);
-        screen->removeNewProduceView();
+        screen->cropEditor()->openNewProduceView();
+        screen->cropEditor()->openPlantsView();
+        screen->cropEditor()->selectPlant(0);
+        screen->cropEditor()->removeNewProduceView();
         // The wheat farm opens with its own crop and products, the panel still marks row 0.
-        screen->didSelectItem("collFarms", 0);
-        QCOMPARE(screen->selectedPlantIndex, 0);
-        QCOMPARE(screen->arrSelectedProducts, (QStringList{"Mirelo® 45 OD", "Tarvenza® 250 EC"}));
+        screen->didSelectFarm(0);
+        QCOMPARE(screen->cropEditor()->selectedPlantIndex, 0);
+        QCOMPARE(screen->cropEditor()->arrSelectedProducts, (QStringList{"Mirelo® 45 OD", "Tarvenza® 250 EC"}));
         // Closing the crop panel with row 0 tapped again wipes the crop: the update goes without one.
-        screen->openPlantsView();
-        screen->didSelectItem("collPlants", 0);
-        QCOMPARE(screen->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
-        screen->updateProduce();
+        screen->cropEditor()->openPlantsView();
+        screen->cropEditor()->selectPlant(0);
+        QCOMPARE(screen->cropEditor()->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
+        screen->cropEditor()->updateProduce();
         // Only the products the list knows go out.
         QCOMPARE(bodyOf(fake->http->requestsFor("produce/set").value(0)),
                  (QJsonObject{{"id", 7}, {"aps", QJsonArray{101}}, {"range", 180}, {"bearer", "tok-1"}}));
@@ -330,25 +331,25 @@ private slots:
     void deletingAsksNothingAndARefusalSaysNothing() {
         auto* screen = loaded();
         fake->http->on("produce/delete", jsonReply(envelope(QJsonValue::Null, 400, QJsonObject{{"id", "Tarla bulunamadı."}})));
-        screen->didSelectItem("collFarms", 0);
-        screen->btnDeleteProduce->tap();
+        screen->didSelectFarm(0);
+        screen->cropEditor()->btnDeleteProduce->tap();
         const HttpRequest sent = fake->http->requestsFor("produce/delete").value(0);
         QCOMPARE(sent.method, QByteArray("GET"));
         QCOMPARE(queryValues(sent, "id"), QStringList{"7"});
         fake->run(0);
         QVERIFY(!fake->alert());
-        QVERIFY(!screen->viewNewProduce->isHidden());
+        QVERIFY(!screen->cropEditor()->viewNewProduce->isHidden());
         QCOMPARE(fake->platform->window().hudCount(), 0);
         QVERIFY(fake->http->requestsFor("farmer/produces").isEmpty());
 
         fake->http->on("produce/delete", jsonReply(envelope(QJsonValue::Null)));
         farms.removeAt(0);
-        screen->deleteProduce();
+        screen->cropEditor()->deleteProduce();
         fake->run(0);
-        QVERIFY(screen->viewNewProduce->isHidden());
+        QVERIFY(screen->cropEditor()->viewNewProduce->isHidden());
         QCOMPARE(screen->arrFarms.size(), 1);
         // The list's view may still ask for the row that went.
-        QVERIFY(screen->cellForItem("collFarms", 2).isEmpty());
+        QVERIFY(screen->farmCell(2).isEmpty());
     }
 
     void aFailedLoadKeepsTheListAndHidesTheIndicator() {
@@ -356,13 +357,13 @@ private slots:
         fake->http->on("farmer/produces", transportFailure());
         fake->http->on("produce/set", transportFailure());
         screen->getFarms();
-        screen->openNewProduceView();
-        screen->addProduct();
+        screen->cropEditor()->openNewProduceView();
+        screen->cropEditor()->addProduct();
         fake->run(0);
         QCOMPARE(screen->arrFarms.size(), 2);
         QCOMPARE(fake->platform->window().hudCount(), 0);
         QVERIFY(!fake->alert());
-        QVERIFY(!screen->viewNewProduce->isHidden());
+        QVERIFY(!screen->cropEditor()->viewNewProduce->isHidden());
     }
 
 private:

@@ -160,7 +160,7 @@ private slots:
         fake->run(0);
         QCOMPARE(fake->store->jsonForKey("userInfo").toObject().value("fullname").toString(), QStringLiteral("Hasan Doğru"));
         QVERIFY(fake->posts.contains("checkMenuList"));
-        QCOMPARE(!home->viewKVKK->isHidden(), asked);
+        QCOMPARE(!home->consentPanel()->viewKVKK->isHidden(), asked);
         QCOMPARE(fake->http->requestsFor("page/detail").size(), asked ? 1 : 0);
         QVERIFY(!fake->alert());
     }
@@ -291,7 +291,7 @@ private slots:
         document->close();
 
         home->collFarmsDidSelectItem(2); // the adding cell
-        QVERIFY(!home->viewNewProduce->isHidden());
+        QVERIFY(!home->cropEditor()->viewNewProduce->isHidden());
     }
 
     // Weather.
@@ -403,33 +403,33 @@ private slots:
         fake->http->on("produce/set", jsonReply(QJsonObject{{"status", 400}, {"errors", QJsonObject{{"range", "Tarla büyüklüğünü girmediniz."}}}}));
         show();
         fake->run(0);
-        QCOMPARE(home->constCollPlantHeight->constant(), 50.0);
-        QCOMPARE(home->tblProductsCell(0).value("name").toString(), QStringLiteral("Ürün1®"));
+        QCOMPARE(home->cropEditor()->constCollPlantHeight->constant(), 50.0);
+        QCOMPARE(home->cropEditor()->productCell(0).value("name").toString(), QStringLiteral("Ürün1®"));
 
-        home->openNewProduceView();
-        QCOMPARE(home->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
-        QCOMPARE(home->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
+        home->cropEditor()->openNewProduceView();
+        QCOMPARE(home->cropEditor()->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
+        QCOMPARE(home->cropEditor()->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
         QVERIFY(!nav->navigationBar()->userInteractionEnabled());
         // The crop panel closed with nothing chosen reads "Ürün Seç" here.
-        home->openPlantsView();
-        home->collPlantsDidSelectItem(1);
-        QCOMPARE(home->lblFarm->text(), QStringLiteral("Şeker Pancarı"));
-        home->openPlantsView();
-        home->collPlantsDidSelectItem(1);
-        QCOMPARE(home->lblFarm->text(), QStringLiteral("Ürün Seç"));
-        QVERIFY(home->viewPlant->isHidden());
+        home->cropEditor()->openPlantsView();
+        home->cropEditor()->selectPlant(1);
+        QCOMPARE(home->cropEditor()->lblFarm->text(), QStringLiteral("Şeker Pancarı"));
+        home->cropEditor()->openPlantsView();
+        home->cropEditor()->selectPlant(1);
+        QCOMPARE(home->cropEditor()->lblFarm->text(), QStringLiteral("Ürün Seç"));
+        QVERIFY(home->cropEditor()->viewPlant->isHidden());
 
-        home->openProductView();
-        QVERIFY(home->arrSelectedProducts.isEmpty());
-        for (int row = 0; row < 5; ++row) home->tblProductsDidSelectRow(row);
-        QCOMPARE(home->arrSelectedProducts.size(), 4);
-        QVERIFY(!home->tblProductsCell(4).value("underline").toBool());
-        QVERIFY(home->tblProductsCell(3).value("underline").toBool());
-        home->acceptProductView();
-        QCOMPARE(home->lblProduct->text(), QStringLiteral("Ürün1®\nÜrün2®\nÜrün3®\nÜrün4®"));
+        home->cropEditor()->openProductView();
+        QVERIFY(home->cropEditor()->arrSelectedProducts.isEmpty());
+        for (int row = 0; row < 5; ++row) home->cropEditor()->selectProduct(row);
+        QCOMPARE(home->cropEditor()->arrSelectedProducts.size(), 4);
+        QVERIFY(!home->cropEditor()->productCell(4).value("underline").toBool());
+        QVERIFY(home->cropEditor()->productCell(3).value("underline").toBool());
+        home->cropEditor()->acceptProductView();
+        QCOMPARE(home->cropEditor()->lblProduct->text(), QStringLiteral("Ürün1®\nÜrün2®\nÜrün3®\nÜrün4®"));
 
         // No crop and no size: sent all the same, and the service's word is shown.
-        home->addProduct();
+        home->cropEditor()->addProduct();
         fake->run(0);
         const QJsonObject sent = bodyOf(fake->http->requestsFor("produce/set").first());
         QVERIFY(!sent.contains("produceId"));
@@ -438,7 +438,7 @@ private slots:
         QVERIFY(fake->alert());
         QCOMPARE(fake->alert()->title(), QStringLiteral("Uyarı"));
         QCOMPARE(fake->alert()->message(), QStringLiteral("Tarla büyüklüğünü girmediniz."));
-        QVERIFY(!home->viewNewProduce->isHidden());
+        QVERIFY(!home->cropEditor()->viewNewProduce->isHidden());
         QCOMPARE(fake->platform->window().hudCount(), 0);
     }
 
@@ -449,17 +449,17 @@ private slots:
         show();
         fake->run(0);
         const int farmLists = fake->http->requestsFor("farmer/produces").size();
-        home->openNewProduceView();
-        home->openPlantsView();
-        home->collPlantsDidSelectItem(0);
-        home->txtFarmSize->setText("12.5");
-        home->addProduct();
+        home->cropEditor()->openNewProduceView();
+        home->cropEditor()->openPlantsView();
+        home->cropEditor()->selectPlant(0);
+        home->cropEditor()->txtFarmSize->setText("12.5");
+        home->cropEditor()->addProduct();
         fake->run(0);
         const QJsonObject sent = bodyOf(fake->http->requestsFor("produce/set").first());
         QCOMPARE(sent.value("produceId").toInt(), 1);
         QCOMPARE(sent.value("range").toDouble(), 12.5);
         QVERIFY(!sent.contains("aps"));
-        QVERIFY(home->viewNewProduce->isHidden());
+        QVERIFY(home->cropEditor()->viewNewProduce->isHidden());
         QVERIFY(nav->navigationBar()->userInteractionEnabled());
         QCOMPARE(fake->http->requestsFor("farmer/produces").size(), farmLists + 1);
     }
@@ -469,8 +469,8 @@ private slots:
         fake->http->on("produces", jsonReply(QJsonObject{{"status", 400}, {"data", QJsonObject{{"produces", QJsonArray{QJsonObject{{"id", 1}}}}}}}));
         show();
         fake->run(0);
-        QVERIFY(home->arrPlants.isEmpty());
-        QCOMPARE(home->constCollPlantHeight->constant(), 0.0);
+        QVERIFY(home->cropEditor()->arrPlants.isEmpty());
+        QCOMPARE(home->cropEditor()->constCollPlantHeight->constant(), 0.0);
     }
 
     // Consent, contact, bell.
@@ -479,29 +479,29 @@ private slots:
         signedIn("farmer");
         fake->http->on("farmer/etk", jsonReply(QJsonObject{{"status", 400}, {"errors", QJsonObject{{"etk-sms", "x"}}}}));
         show();
-        home->viewKVKK->setHidden(false);
-        home->radioETK2->tap();
-        home->setETKinfo();
+        home->consentPanel()->viewKVKK->setHidden(false);
+        home->consentPanel()->radioETK2->tap();
+        home->consentPanel()->setETKinfo();
         fake->run(0);
         const QJsonObject sent = bodyOf(fake->http->requestsFor("farmer/etk").first());
         QCOMPARE(sent.value("etk-sms").toString(), QStringLiteral("0"));
         QCOMPARE(sent.value("etk-email").toString(), QStringLiteral("1"));
         QCOMPARE(sent.value("etk-advertising").toString(), QStringLiteral("0"));
-        QVERIFY(home->viewKVKK->isHidden());
+        QVERIFY(home->consentPanel()->viewKVKK->isHidden());
 
         // A tap again clears a box; three refusals are an answer too. A failure keeps the panel.
-        home->radioETK2->tap();
-        home->viewKVKK->setHidden(false);
+        home->consentPanel()->radioETK2->tap();
+        home->consentPanel()->viewKVKK->setHidden(false);
         fake->http->on("farmer/etk", [](const platform::HttpRequest&) { return transportFailure(); });
-        home->setETKinfo();
+        home->consentPanel()->setETKinfo();
         fake->run(0);
         const QJsonObject refused = bodyOf(fake->http->requestsFor("farmer/etk").last());
         for (const char* key : {"etk-sms", "etk-email", "etk-advertising"}) QCOMPARE(refused.value(key).toString(), QStringLiteral("0"));
-        QVERIFY(!home->viewKVKK->isHidden());
-        home->openETKView();
-        QVERIFY(!home->viewETK->isHidden());
-        home->closeETKView();
-        QVERIFY(home->viewETK->isHidden());
+        QVERIFY(!home->consentPanel()->viewKVKK->isHidden());
+        home->consentPanel()->openETKView();
+        QVERIFY(!home->consentPanel()->viewETK->isHidden());
+        home->consentPanel()->closeETKView();
+        QVERIFY(home->consentPanel()->viewETK->isHidden());
     }
 
     void theRegionalContactIsCalledAfterAQuestion() {

@@ -16,6 +16,8 @@ Rectangle {
     readonly property color ink: "#333333"
     readonly property color line: "#d5d5d5"
     readonly property bool registering: !root.controller.viewRegister.hidden
+    property Item cropEditorSlot: cropHolder
+    property Item consentSlot: consentHolder
 
     component Title: Text {
         width: parent.width
@@ -81,40 +83,6 @@ Rectangle {
         font.bold: true
         background: Fill { button: leafButton }
         contentItem: FillText { button: leafButton }
-    }
-    // A permission's heading: a button that stays switched off.
-    component Caption: PButton {
-        id: caption
-        width: parent.width
-        implicitHeight: 30
-        leftPadding: 0
-        background: Item {}
-        contentItem: Text { text: caption.text; color: "#8a8a8a"; font.pixelSize: 14; font.bold: true; verticalAlignment: Text.AlignBottom }
-    }
-    // A text, or its placeholder, that a tap on the whole row acts on.
-    component TapRow: AbstractButton {
-        id: row
-        property string act: ""
-        property string caption: ""
-        default property alias content: holder.data
-        objectName: act
-        width: parent.width
-        implicitHeight: Math.max(56, holder.childrenRect.height + 28)
-        Accessible.role: Accessible.Button
-        Accessible.name: caption
-        onClicked: controller[act]()
-        background: Rectangle { radius: 4; border.color: root.line; color: row.pressed ? "#f1f7ea" : "white" }
-        contentItem: Item {
-            Text {
-                id: cap
-                text: row.caption
-                color: "#888888"
-                font.pixelSize: 13
-                x: 12; y: 6
-            }
-            Item { id: holder; x: 12; y: 24; width: parent.width - 40; height: childrenRect.height }
-            Text { text: "›"; color: root.leaf; font.pixelSize: 26; anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter } }
-        }
     }
     // A place field: the text shows the pick, the button over it opens the list.
     component PlaceField: Item {
@@ -384,162 +352,8 @@ Rectangle {
         }
     }
 
-    // Editing one crop: its kind, its size and its products.
-    PView {
-        model: root.controller.viewNewProduce
-        anchors.fill: parent
-        color: "#99000000"
-        MouseArea { anchors.fill: parent } // nothing under the panel takes touches
-        Rectangle {
-            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
-            height: produceColumn.height + 48
-            radius: 6
-            Column {
-                id: produceColumn
-                anchors { left: parent.left; right: parent.right; top: parent.top; margins: 24 }
-                spacing: 14
-                Title { text: "Tarla Bilgileri" }
-                TapRow {
-                    act: "openPlantsView"
-                    caption: "Ekili ürün"
-                    PLabel { model: root.controller.lblFarm; width: parent.width; font.pixelSize: 17; color: root.ink }
-                }
-                PTextField { model: root.controller.txtFarmSize; width: parent.width }
-                TapRow {
-                    act: "openProductView"
-                    caption: "Kullandığınız zirai ürünler"
-                    PLabel { model: root.controller.lblProduct; width: parent.width; font.pixelSize: 17; color: root.ink }
-                }
-                LeafButton { model: root.controller.btnNewProduce }
-                LeafButton { model: root.controller.btnUpdateProduce }
-                PButton {
-                    model: root.controller.btnDeleteProduce
-                    width: parent.width
-                    flat: true
-                    Material.foreground: "#c62828"
-                }
-                TextAction { act: "removeNewProduceView"; text: "Vazgeç"; anchors.horizontalCenter: parent.horizontalCenter }
-            }
-        }
-    }
-
-    // The crop kinds, two a row.
-    PView {
-        model: root.controller.viewPlant
-        anchors.fill: parent
-        color: "#99000000"
-        MouseArea { anchors.fill: parent }
-        Rectangle {
-            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
-            height: plantColumn.height + 32
-            radius: 6
-            Column {
-                id: plantColumn
-                anchors { left: parent.left; right: parent.right; top: parent.top; margins: 16 }
-                spacing: 10
-                Title { text: "Ekili Ürün" }
-                GridView {
-                    id: plantGrid
-                    objectName: root.controller.collPlants.objectName
-                    visible: !root.controller.collPlants.hidden
-                    // A grid cell holds its item and the spacing after it: one spacing wider than the
-                    // collection, two items and the gap between them fill the collection's width.
-                    readonly property real frameWidth: parent.width
-                    width: frameWidth + root.controller.minimumInteritemSpacing(root.controller.collPlants)
-                    height: Math.min(root.controller.constCollPlantHeight.constant, root.height - 200)
-                    clip: true
-                    boundsBehavior: Flickable.StopAtBounds
-                    onFrameWidthChanged: root.controller.collPlants.size = Qt.size(frameWidth, height)
-                    readonly property size itemSize: Qt.size((frameWidth - 1) / 2, 50)
-                    cellWidth: itemSize.width + root.controller.minimumInteritemSpacing(root.controller.collPlants)
-                    cellHeight: itemSize.height + root.controller.minimumLineSpacing(root.controller.collPlants)
-                    model: root.controller.collPlants.rows
-                    delegate: Rectangle {
-                        id: plantCell
-                        required property string reuseIdentifier
-                        required property var values
-                        required property int row
-                        readonly property var content: values
-                        objectName: reuseIdentifier
-                        width: plantGrid.itemSize.width
-                        height: plantGrid.itemSize.height
-                        color: tapPlant.pressed ? "#f1f7ea" : "#f6f6f6"
-                        Accessible.role: Accessible.Button
-                        Accessible.name: content.lblPlantName
-                        Text {
-                            objectName: "lblPlantName"
-                            anchors.centerIn: parent
-                            text: plantCell.content.lblPlantName
-                            color: plantCell.content.textColor
-                            font.underline: plantCell.content.underline
-                            font.pixelSize: 17
-                        }
-                        MouseArea { id: tapPlant; anchors.fill: parent; onClicked: root.controller.collPlants.selectRow(plantCell.row) }
-                    }
-                }
-                TextAction { act: "removePlantsView"; text: "Kapat"; anchors.horizontalCenter: parent.horizontalCenter }
-            }
-        }
-    }
-
-    // The agricultural products; up to three are chosen.
-    PView {
-        model: root.controller.viewProduct
-        anchors.fill: parent
-        color: "#99000000"
-        MouseArea { anchors.fill: parent }
-        Rectangle {
-            anchors { fill: parent; topMargin: 60; bottomMargin: 60; leftMargin: 16; rightMargin: 16 }
-            radius: 6
-            Column {
-                id: productHead
-                anchors { left: parent.left; right: parent.right; top: parent.top; margins: 16 }
-                spacing: 6
-                Title { text: "Zirai Ürünler" }
-                Hint { text: "En fazla 3 ürün seçebilirsiniz." }
-            }
-            ListView {
-                id: productList
-                objectName: root.controller.tblProducts.objectName
-                visible: !root.controller.tblProducts.hidden
-                anchors { left: parent.left; right: parent.right; top: productHead.bottom; bottom: productButtons.top; margins: 8 }
-                clip: true
-                boundsBehavior: Flickable.StopAtBounds
-                onWidthChanged: root.controller.tblProducts.size = Qt.size(width, height)
-                model: root.controller.tblProducts.rows
-                delegate: Item {
-                    id: productCell
-                    required property string reuseIdentifier
-                    required property var values
-                    required property int row
-                    readonly property var content: values
-                    objectName: reuseIdentifier
-                    width: productList.width
-                    height: 50
-                    Accessible.role: Accessible.Button
-                    Accessible.name: content.lblProductName
-                    Text {
-                        objectName: "lblProductName"
-                        anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 12 }
-                        text: productCell.content.lblProductName
-                        color: productCell.content.textColor
-                        font.underline: productCell.content.underline
-                        font.pixelSize: 16
-                        elide: Text.ElideRight
-                    }
-                    Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom } height: 1; color: "#eeeeee" }
-                    MouseArea { anchors.fill: parent; onClicked: root.controller.tblProducts.selectRow(productCell.row) }
-                }
-            }
-            Column {
-                id: productButtons
-                anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 16 }
-                spacing: 4
-                MainButton { act: "acceptProductView"; text: "Tamam" }
-                TextAction { act: "removeProductView"; text: "Vazgeç"; anchors.horizontalCenter: parent.horizontalCenter }
-            }
-        }
-    }
+    // The crop editor over the wizard.
+    Item { id: cropHolder; anchors.fill: parent }
 
     // The open city or county list, over the form.
     DropDownListView {
@@ -562,46 +376,6 @@ Rectangle {
         }
     }
 
-    // Consent pages over everything; the one brought to the front last stands on top.
-    PView {
-        model: root.controller.viewKVKK
-        anchors.fill: parent
-        color: "white"
-        z: root.controller.frontPanel === "viewKVKK" ? 12 : 10
-        Title { id: kvkkTitle; text: "Kullanım Şartları"; x: 24; y: 24; width: parent.width - 48 }
-        PWebView { model: root.controller.webKVKK; anchors { left: parent.left; right: parent.right; top: kvkkTitle.bottom; bottom: kvkkButton.top; margins: 16 } }
-        MainButton { id: kvkkButton; act: "acceptKVKK"; text: "Okudum, Onaylıyorum"; width: undefined; anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 } }
-    }
-    PView {
-        model: root.controller.viewETK
-        anchors.fill: parent
-        color: "white"
-        z: root.controller.frontPanel === "viewETK" ? 12 : 10
-        Column {
-            anchors { left: parent.left; right: parent.right; top: parent.top; margins: 24 }
-            spacing: 12
-            Title { text: "İletişim İzinleri" }
-            Hint { text: "Hangi kanallardan bilgi almak istediğinizi seçin. Seçim yapmadan da devam edebilirsiniz." }
-            // The rows take the panel's final width (the phone's width less the margins) from the
-            // start: a radio button whose width changes after it is made feeds its width back into its
-            // own size.
-            Caption { model: root.controller.btn1Enb }
-            RadioButton { model: root.controller.radioETK1; width: 342 }
-            Caption { model: root.controller.btn2Enb }
-            RadioButton { model: root.controller.radioETK2; width: 342 }
-            Caption { model: root.controller.btn3Enb }
-            RadioButton { model: root.controller.radioETK3; width: 342 }
-            TextAction { act: "openETKWebView"; text: "Aydınlatma Metnini Oku" }
-        }
-        MainButton { act: "closeETKView"; text: "Devam"; width: undefined; anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 } }
-    }
-    PView {
-        model: root.controller.viewETKWeb
-        anchors.fill: parent
-        color: "white"
-        z: root.controller.frontPanel === "viewETKWeb" ? 12 : 11
-        Title { id: etkTitle; text: "Aydınlatma Metni"; x: 24; y: 24; width: parent.width - 48 }
-        PWebView { model: root.controller.webviewETK; anchors { left: parent.left; right: parent.right; top: etkTitle.bottom; bottom: etkButton.top; margins: 16 } }
-        MainButton { id: etkButton; act: "closeETKWebView"; text: "Okudum"; width: undefined; anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 } }
-    }
+    // The consent pages over everything.
+    Item { id: consentHolder; anchors.fill: parent; z: 10 }
 }

@@ -6,7 +6,7 @@ import Ekinora.Widgets
 import Ekinora.Home
 
 // The farmer's home: today's weather card, the market and contact buttons, the farm cards, and the
-// panels over them (adding a farm, its crop and products, the consent questions and notice).
+// panels over them (the crop editor that adds a farm, the consent questions and notice).
 Rectangle {
     id: root
     required property ViewController controller
@@ -15,7 +15,8 @@ Rectangle {
 
     readonly property color leaf: "#78b930"
     readonly property color ink: "#333333"
-    readonly property color soft: "#6b6b6b"
+    property Item cropEditorSlot: cropSlot
+    property Item consentSlot: consentHolder
 
     component Caption: Text {
         color: "white"
@@ -40,24 +41,6 @@ Rectangle {
         Accessible.name: text
         onClicked: controller[act]()
     }
-    component PlainButton: Button {
-        property string act: ""
-        objectName: act
-        flat: true
-        font.capitalization: Font.MixedCase
-        font.pixelSize: 16
-        implicitHeight: 48
-        Material.foreground: root.ink
-        Accessible.name: text
-        onClicked: controller[act]()
-    }
-    // A dimmed layer that takes every touch below a panel.
-    component Dim: Rectangle {
-        anchors.fill: parent
-        color: "#80000000"
-        MouseArea { anchors.fill: parent }
-    }
-
     Flickable {
         id: page
         anchors.fill: parent
@@ -301,241 +284,9 @@ Rectangle {
         }
     }
 
-    // Adding a farm: crop, size and products.
-    PView {
-        model: root.controller.viewNewProduce
-        anchors.fill: parent
-        color: "transparent"
-        Dim {}
-        Rectangle {
-            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
-            height: form.height + 32
-            radius: 12
-            color: "white"
-            Column {
-                id: form
-                x: 16; y: 16
-                width: parent.width - 32
-                spacing: 12
-                Text { text: "Yeni Tarla"; color: root.ink; font.pixelSize: 20; font.bold: true }
-                Text { text: "Ürün"; color: root.soft; font.pixelSize: 13 }
-                Rectangle {
-                    width: parent.width; height: 48; radius: 6
-                    border.color: "#cccccc"
-                    PLabel { model: root.controller.lblFarm; anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 32 } }
-                    Text { anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter } text: "›"; font.pixelSize: 22; color: root.soft }
-                    MouseArea {
-                        objectName: "openPlantsView"
-                        anchors.fill: parent
-                        onClicked: root.controller.openPlantsView()
-                        Accessible.role: Accessible.Button
-                        Accessible.name: "Ürün seç"
-                    }
-                }
-                Text { text: "Tarla büyüklüğü (dekar)"; color: root.soft; font.pixelSize: 13 }
-                PTextField { model: root.controller.txtFarmSize; width: parent.width; placeholderText: "Örneğin 120"; Accessible.name: "Tarla büyüklüğü" }
-                Text { text: "Zirai ürünler"; color: root.soft; font.pixelSize: 13 }
-                Rectangle {
-                    width: parent.width; height: Math.max(48, productText.implicitHeight + 24); radius: 6
-                    border.color: "#cccccc"
-                    PLabel { id: productText; model: root.controller.lblProduct; anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 12; rightMargin: 32 } }
-                    Text { anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter } text: "›"; font.pixelSize: 22; color: root.soft }
-                    MouseArea {
-                        objectName: "openProductView"
-                        anchors.fill: parent
-                        onClicked: root.controller.openProductView()
-                        Accessible.role: Accessible.Button
-                        Accessible.name: "Zirai ürün seç"
-                    }
-                }
-                Row {
-                    width: parent.width
-                    spacing: 12
-                    PlainButton { act: "removeNewProduceView"; text: "Vazgeç"; width: (parent.width - 12) / 2 }
-                    PButton {
-                        model: root.controller.btnNewProduce
-                        width: (parent.width - 12) / 2
-                        text: "Kaydet"
-                        font.bold: true
-                        palette.buttonText: "white"
-                        Material.foreground: "white"
-                        background: Rectangle { radius: 8; color: parent.down ? Qt.darker(root.leaf, 1.15) : root.leaf }
-                    }
-                }
-                PButton { model: root.controller.btnUpdateProduce; width: parent.width; text: "Güncelle" }
-                PButton { model: root.controller.btnDeleteProduce; width: parent.width; text: "Sil" }
-            }
-        }
-    }
-
-    // The crops, two columns.
-    PView {
-        model: root.controller.viewPlant
-        anchors.fill: parent
-        color: "transparent"
-        Dim {}
-        Rectangle {
-            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
-            height: plantColumn.height + 24
-            radius: 12
-            color: "white"
-            Column {
-                id: plantColumn
-                x: 12; y: 12
-                width: parent.width - 24
-                spacing: 8
-                Text { text: "Ürün Seçiniz"; color: root.ink; font.pixelSize: 18; font.bold: true }
-                GridView {
-                    id: plants
-                    objectName: "collPlants"
-                    width: parent.width
-                    height: Math.min(root.controller.constCollPlantHeight.constant, root.height - 200)
-                    clip: true
-                    cellWidth: (width - 1) / 2 + 1
-                    cellHeight: 51
-                    boundsBehavior: Flickable.StopAtBounds
-                    onWidthChanged: root.controller.collPlants.size = Qt.size(width, height)
-                    model: root.controller.collPlants.rows
-                    delegate: ItemDelegate {
-                        required property string reuseIdentifier
-                        required property var values
-                        required property size cellSize
-                        required property int row
-                        readonly property var content: values
-                        objectName: reuseIdentifier
-                        width: cellSize.width
-                        height: cellSize.height
-                        Accessible.name: content.lblPlantName || ""
-                        contentItem: Text {
-                            objectName: "lblPlantName"
-                            text: parent.content.lblPlantName || ""
-                            color: parent.content.textColor || root.ink
-                            font.underline: parent.content.underline || false
-                            font.pixelSize: 16
-                            verticalAlignment: Text.AlignVCenter
-                            horizontalAlignment: Text.AlignHCenter
-                        }
-                        onClicked: root.controller.collPlants.selectRow(row)
-                    }
-                }
-                PlainButton { act: "removePlantsView"; text: "Kapat"; anchors.right: parent.right }
-            }
-        }
-    }
-
-    // The products, up to four.
-    PView {
-        model: root.controller.viewProduct
-        anchors.fill: parent
-        color: "transparent"
-        Dim {}
-        Rectangle {
-            anchors { fill: parent; margins: 16; topMargin: 48; bottomMargin: 48 }
-            radius: 12
-            color: "white"
-            Text {
-                id: productsTitle
-                x: 16; y: 14
-                text: "Zirai Ürün Seçiniz"
-                color: root.ink
-                font.pixelSize: 18
-                font.bold: true
-            }
-            ListView {
-                id: products
-                objectName: "tblProducts"
-                anchors { left: parent.left; right: parent.right; top: productsTitle.bottom; bottom: productButtons.top; margins: 8 }
-                clip: true
-                boundsBehavior: Flickable.StopAtBounds
-                onWidthChanged: root.controller.tblProducts.size = Qt.size(width, height)
-                model: root.controller.tblProducts.rows
-                delegate: ItemDelegate {
-                    required property string reuseIdentifier
-                    required property var values
-                    required property size cellSize
-                    required property int row
-                    readonly property var content: values
-                    objectName: reuseIdentifier
-                    width: cellSize.width
-                    height: cellSize.height
-                    Accessible.name: content.name || ""
-                    contentItem: Text {
-                        text: parent.content.name || ""
-                        color: parent.content.textColor || root.ink
-                        font.underline: parent.content.underline || false
-                        font.pixelSize: 16
-                        verticalAlignment: Text.AlignVCenter
-                        elide: Text.ElideRight
-                    }
-                    onClicked: root.controller.tblProducts.selectRow(row)
-                }
-            }
-            Row {
-                id: productButtons
-                anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 16 }
-                spacing: 12
-                PlainButton { act: "removeProductView"; text: "Vazgeç"; width: (parent.width - 12) / 2 }
-                ActionButton { act: "acceptProductView"; text: "Tamam"; width: (parent.width - 12) / 2 }
-            }
-        }
-    }
-
-    // The three permissions the service asks about.
-    PView {
-        model: root.controller.viewKVKK
-        anchors.fill: parent
-        color: "transparent"
-        Dim {}
-        Rectangle {
-            anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; margins: 16 }
-            height: consent.height + 40
-            radius: 12
-            color: "white"
-            Column {
-                id: consent
-                x: 20; y: 20
-                width: parent.width - 40
-                spacing: 10
-                Text { text: "İletişim İzinleri"; color: root.ink; font.pixelSize: 20; font.bold: true }
-                Text {
-                    width: parent.width
-                    wrapMode: Text.WordWrap
-                    color: root.soft
-                    font.pixelSize: 14
-                    text: "Kampanya, duyuru ve tarımsal önerilerimizi hangi yollarla almak istediğinizi seçin. İzinlerinizi dilediğiniz zaman değiştirebilirsiniz."
-                }
-                Button {
-                    objectName: "openETKView"
-                    flat: true
-                    font.capitalization: Font.MixedCase
-                    font.pixelSize: 14
-                    implicitHeight: 44
-                    leftPadding: 0
-                    text: "Aydınlatma Metnini okuyun"
-                    Material.foreground: "#0090c5"
-                    Accessible.name: text
-                    onClicked: root.controller.openETKView()
-                }
-                RadioButton { model: root.controller.radioETK1; width: 300 }
-                RadioButton { model: root.controller.radioETK2; width: 300 }
-                RadioButton { model: root.controller.radioETK3; width: 300 }
-                ActionButton { act: "setETKinfo"; text: "Kaydet"; width: parent.width }
-            }
-        }
-    }
-
-    // The notice itself.
-    PView {
-        model: root.controller.viewETK
-        anchors.fill: parent
-        color: "white"
-        PWebView { model: root.controller.webviewETK; anchors { fill: parent; bottomMargin: 64 } }
-        ActionButton {
-            act: "closeETKView"
-            text: "Kapat"
-            anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 8 }
-        }
-    }
+    // The panel that adds a farm, and the consent questions and notice over it.
+    Item { id: cropSlot; anchors.fill: parent }
+    Item { id: consentHolder; anchors.fill: parent }
 
     // The splash lies over the whole window, the bars included, until it is taken away.
     PImageView {
