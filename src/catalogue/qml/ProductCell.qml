@@ -37,7 +37,8 @@ Item {
             height: cell.tile ? parent.height - 78 : 72
             fillMode: Image.PreserveAspectFit
             asynchronous: true
-            sourceSize: Qt.size(width * 2, height * 2)
+            sourceSize: cell.tile ? Qt.size(240, 315) : Qt.size(144, 189)
+            cache: false
             source: cell.values.imgView || ""
         }
         Column {
