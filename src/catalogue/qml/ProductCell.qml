@@ -38,7 +38,6 @@ Item {
             fillMode: Image.PreserveAspectFit
             asynchronous: true
             sourceSize: cell.tile ? Qt.size(240, 315) : Qt.size(144, 189)
-            cache: false
             source: cell.values.imgView || ""
         }
         Column {
