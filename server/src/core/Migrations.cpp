@@ -1,4 +1,5 @@
 #include "core/Migrations.h"
+#include "catalogue/Catalogue.h"
 
 namespace ekinora::server {
 
@@ -255,6 +256,8 @@ CREATE TABLE analytics_collector (
 );
 INSERT INTO analytics_collector (id, refuse_batches) VALUES (1, 0);
 )sql"},
+        {50, "catalogue", catalogue::schemaSql()},
+        {51, "catalogue_seed", catalogue::seedSql()},
     };
     return list;
 }

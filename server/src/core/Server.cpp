@@ -7,6 +7,7 @@
 #include "accounts/Profile.h"
 #include "accounts/Registration.h"
 #include "analytics/Collector.h"
+#include "catalogue/Catalogue.h"
 #include "content/Pages.h"
 #include "conversations/Unread.h"
 #include "core/ApiCall.h"
@@ -153,6 +154,7 @@ struct Server::Impl {
             farms::registerProduceCommands(*table, *opened);
             farms::registerFarmCommands(*table, *opened, options.clock);
             content::registerPageCommands(*table, *opened);
+            catalogue::registerCatalogueCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
             weatherService = std::make_unique<weather::WeatherService>(*opened, options.clock);
             weather::registerCommands(*table, *weatherService);

@@ -1,0 +1,19 @@
+#include "CatalogueScreens.h"
+
+#include "AllProductsViewController.h"
+#include "HomeViewController.h"
+#include "SelectedProductViewController.h"
+#include "platform/Storyboard.h"
+
+namespace ekinora::catalogue {
+
+void registerScreens() {
+    using platform::Storyboard;
+    // The menu sets the identifier's screen as the only one of a new navigation stack: the filter
+    // screen is the stack's root.
+    Storyboard::registerIdentifier(QStringLiteral("HomeSB"), [] { return new HomeViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("AllProductsSB"), [] { return new AllProductsViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("SelectedProductSB"), [] { return new SelectedProductViewController; });
+}
+
+} // namespace ekinora::catalogue
