@@ -1,6 +1,7 @@
 #include "Ekinora.h"
 
 #include "accounts/AccountsScreens.h"
+#include "contests/ContestsScreens.h"
 #include "farms/CalendarScreens.h"
 #include "farms/FarmsScreens.h"
 #include "home/HomeScreens.h"
@@ -33,6 +34,7 @@ void Ekinora::registerScreens() {
     farms::registerScreens();
     farms::registerCalendarScreens();
     notifications::registerScreens();
+    contests::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }
