@@ -1,6 +1,4 @@
 import QtQuick
-import QtQuick.Controls
-import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Contests
 
