@@ -21,6 +21,7 @@ ResultViewController::ResultViewController(QObject* parent)
       lblInfo(makeControl<Label>("lblInfo")), lblCongrats(makeControl<Label>("lblCongrats")),
       lblScoreMessage(makeControl<Label>("lblScoreMessage")), constTblHeight(makeControl<LayoutConstraint>("constTblHeight", 0.0)) {
     lblCongrats->setText(QStringLiteral("Tebrikler, kazananlar arasındasınız!"));
+    lblCongrats->setNumberOfLines(0);
     lblScoreMessage->setNumberOfLines(0);
     tblScores->setDataSource([this](int) { return int(arrScores.size()); },
                              [this](int, int row) { return cellRow(scoreCell(row), QSizeF(tblScores->size().width(), 41)); });

@@ -84,7 +84,7 @@ Rectangle {
             Rectangle {
                 id: action
                 anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter }
-                width: 96
+                width: 108
                 height: Theme.touch
                 radius: Theme.radius
                 color: cell.content.lblActionBackground || Theme.leaf

@@ -122,7 +122,8 @@ Rectangle {
                         font.pixelSize: 14
                         wrapMode: TextEdit.Wrap
                         background: null
-                        color: cell.values.placeholder ? Theme.muted : Theme.ink
+                        leftPadding: 8
+                        color: text === "Cevabınızı yazınız.." ? Theme.muted : Theme.ink
                         text: cell.values.textAnswer || ""
                         Accessible.name: "Cevabınız"
                         onActiveFocusChanged: {
