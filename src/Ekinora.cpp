@@ -2,6 +2,7 @@
 
 #include "accounts/AccountsScreens.h"
 #include "catalogue/CatalogueScreens.h"
+#include "contests/ContestsScreens.h"
 #include "farms/CalendarScreens.h"
 #include "farms/FarmsScreens.h"
 #include "home/HomeScreens.h"
@@ -35,6 +36,7 @@ void Ekinora::registerScreens() {
     farms::registerCalendarScreens();
     notifications::registerScreens();
     catalogue::registerScreens();
+    contests::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }

@@ -258,6 +258,61 @@ INSERT INTO analytics_collector (id, refuse_batches) VALUES (1, 0);
 )sql"},
         {50, "catalogue", catalogue::schemaSql()},
         {51, "catalogue_seed", catalogue::seedSql()},
+        {40, "contests", R"sql(
+CREATE TABLE surveys (
+    id INTEGER PRIMARY KEY,
+    name TEXT NOT NULL,
+    description TEXT NOT NULL DEFAULT '',
+    prize TEXT NOT NULL DEFAULT '',
+    winner_count INTEGER NOT NULL DEFAULT 3,
+    starts_at BIGINT NOT NULL,
+    ends_at BIGINT NOT NULL,
+    drawn_at BIGINT
+);
+CREATE TABLE survey_questions (
+    id INTEGER PRIMARY KEY,
+    survey_id INTEGER NOT NULL REFERENCES surveys(id) ON DELETE CASCADE,
+    position INTEGER NOT NULL,
+    content TEXT NOT NULL,
+    typed TEXT NOT NULL CHECK (typed IN ('single', 'multiple', 'textarea', 'image'))
+);
+CREATE INDEX survey_questions_survey ON survey_questions(survey_id, position);
+CREATE TABLE survey_choices (
+    id INTEGER PRIMARY KEY,
+    question_id INTEGER NOT NULL REFERENCES survey_questions(id) ON DELETE CASCADE,
+    position INTEGER NOT NULL,
+    content TEXT NOT NULL,
+    correct INTEGER NOT NULL DEFAULT 0
+);
+CREATE INDEX survey_choices_question ON survey_choices(question_id, position);
+CREATE TABLE survey_responses (
+    id INTEGER PRIMARY KEY,
+    survey_id INTEGER NOT NULL REFERENCES surveys(id) ON DELETE CASCADE,
+    question_id INTEGER NOT NULL REFERENCES survey_questions(id) ON DELETE CASCADE,
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    choice_ids TEXT NOT NULL DEFAULT '[]',
+    text TEXT,
+    upload TEXT,
+    scored INTEGER NOT NULL DEFAULT 0,
+    correct INTEGER NOT NULL DEFAULT 0,
+    created_at BIGINT NOT NULL,
+    UNIQUE (question_id, user_id)
+);
+CREATE INDEX survey_responses_user ON survey_responses(user_id, survey_id);
+CREATE TABLE survey_winners (
+    survey_id INTEGER NOT NULL REFERENCES surveys(id) ON DELETE CASCADE,
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    position INTEGER NOT NULL,
+    PRIMARY KEY (survey_id, user_id)
+);
+CREATE TABLE media_uploads (
+    name TEXT PRIMARY KEY,
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    size INTEGER NOT NULL,
+    claimed INTEGER NOT NULL DEFAULT 0,
+    created_at BIGINT NOT NULL
+);
+)sql"},
     };
     return list;
 }

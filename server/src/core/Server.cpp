@@ -9,6 +9,8 @@
 #include "analytics/Collector.h"
 #include "catalogue/Catalogue.h"
 #include "content/Pages.h"
+#include "contests/Contests.h"
+#include "contests/Upload.h"
 #include "conversations/Unread.h"
 #include "core/ApiCall.h"
 #include "core/Auth.h"
@@ -140,6 +142,7 @@ struct Server::Impl {
             farms::seedProduces(*opened);
             farms::seedCalendar(*opened);
             content::seedPages(*opened);
+            contests::seedContests(*opened, options.clock);
 
             auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
                 return accounts::userForToken(*raw, token);
@@ -156,6 +159,7 @@ struct Server::Impl {
             content::registerPageCommands(*table, *opened);
             catalogue::registerCatalogueCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
+            contests::registerContestCommands(*table, *opened, options.clock);
             weatherService = std::make_unique<weather::WeatherService>(*opened, options.clock);
             weather::registerCommands(*table, *weatherService);
 
@@ -221,6 +225,14 @@ struct Server::Impl {
                 return res.set_content(sys::storePage(database()), "text/html; charset=utf-8");
         } else if (path == weather::LegacyPath) {
             if (method == "GET") return legacyWeather(req, res);
+        } else if (path == contests::UploadPath || path + "/" == contests::UploadPath) {
+            if (method == "POST") {
+                const Json reply = contests::upload(*dispatch, database(), req, requestBaseUrl(req));
+                t_context.envelopeStatus = reply.value("status", 0);
+                return sendJson(res, reply);
+            }
+        } else if (path.rfind(contests::UploadedPrefix, 0) == 0) {
+            if ((method == "GET" || method == "HEAD") && contests::serveUpload(database(), path, res)) return;
         } else if (path.rfind("/static/", 0) == 0) {
             if ((method == "GET" || method == "HEAD") && serveStatic(path.substr(8), res)) return;
         } else if (demo) {

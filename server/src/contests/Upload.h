@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/Database.h"
+#include "core/Dispatch.h"
+
+#include <optional>
+#include <string>
+
+namespace httplib {
+struct Request;
+struct Response;
+} // namespace httplib
+
+namespace ekinora::server::contests {
+
+// The media upload beside the /api commands: a multipart form whose text fields are a command's
+// parameters ("do" names it) and whose "upload[0]" part is a picture.
+inline const std::string UploadPath = "/omr/upload/";
+// Where stored pictures are served back: "/omr/uploads/<name>".
+inline const std::string UploadedPrefix = "/omr/uploads/";
+
+// Stores the picture of a signed-in account in the uploads folder (beside the database file, or a
+// folder of its own for a database in memory), runs the command with the picture's name as its
+// "upload" parameter, and keeps the picture only when the command takes it. Only commands that take
+// pictures are run this way.
+Json upload(const Dispatch& dispatch, Database& db, const httplib::Request& req, const std::string& baseUrl);
+
+// Serves a stored picture; false when there is none of that name.
+bool serveUpload(Database& db, const std::string& path, httplib::Response& res);
+
+// Takes a picture the account uploaded for the command being run: its name when it is there and not
+// yet taken, nullopt otherwise.
+std::optional<std::string> claimUpload(Database& db, std::int64_t userId, const std::string& name);
+
+// The address a stored picture is served at.
+std::string uploadUrl(const std::string& baseUrl, const std::string& name);
+
+} // namespace ekinora::server::contests

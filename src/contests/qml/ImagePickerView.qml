@@ -1,0 +1,78 @@
+import QtQuick
+import Ekinora.Widgets
+import Ekinora.Contests
+
+// The picture picker: the pictures of the library three a row, newest first; or, for the camera, what
+// the camera sees and the shutter.
+Rectangle {
+    id: root
+    required property ImagePickerController controller
+    objectName: "ImagePickerController"
+    color: Theme.page
+
+    Rectangle {
+        id: bar
+        anchors { left: parent.left; right: parent.right; top: parent.top }
+        height: 56
+        color: Theme.card
+        Text {
+            anchors.centerIn: parent
+            text: root.controller.title
+            color: Theme.ink
+            font.pixelSize: Theme.headingSize
+            font.bold: true
+        }
+        ActionButton {
+            act: "cancel"
+            text: "İptal"
+            anchors { right: parent.right; rightMargin: 4; verticalCenter: parent.verticalCenter }
+            onClicked: root.controller.cancel()
+        }
+        Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom } height: 1; color: Theme.line }
+    }
+
+    GridView {
+        id: grid
+        visible: !root.controller.camera
+        anchors { left: parent.left; right: parent.right; top: bar.bottom; bottom: parent.bottom; margins: 2 }
+        cellWidth: width / 3
+        cellHeight: cellWidth
+        clip: true
+        model: root.controller.photos
+        delegate: Item {
+            id: photo
+            required property string modelData
+            required property int index
+            objectName: "PhotoCell"
+            width: grid.cellWidth
+            height: grid.cellHeight
+            Accessible.role: Accessible.Button
+            Accessible.name: "Fotoğraf " + (index + 1)
+            Image {
+                anchors { fill: parent; margins: 2 }
+                fillMode: Image.PreserveAspectCrop
+                asynchronous: true
+                sourceSize: Qt.size(width * 2, height * 2)
+                source: "file://" + photo.modelData
+            }
+            MouseArea { anchors.fill: parent; onClicked: root.controller.pickFile(photo.modelData) }
+        }
+    }
+    Text {
+        visible: !root.controller.camera && root.controller.photos.length === 0
+        anchors.centerIn: parent
+        width: parent.width - 64
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.WordWrap
+        text: "Resimler klasörünüzde fotoğraf bulunamadı."
+        color: Theme.muted
+        font.pixelSize: Theme.bodySize
+    }
+
+    // The camera starts only when this picker is the camera's.
+    Loader {
+        anchors { left: parent.left; right: parent.right; top: bar.bottom; bottom: parent.bottom }
+        active: root.controller.camera
+        sourceComponent: CameraView { controller: root.controller }
+    }
+}
