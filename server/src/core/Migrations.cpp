@@ -256,8 +256,6 @@ CREATE TABLE analytics_collector (
 );
 INSERT INTO analytics_collector (id, refuse_batches) VALUES (1, 0);
 )sql"},
-        {50, "catalogue", catalogue::schemaSql()},
-        {51, "catalogue_seed", catalogue::seedSql()},
         {40, "contests", R"sql(
 CREATE TABLE surveys (
     id INTEGER PRIMARY KEY,
@@ -313,6 +311,8 @@ CREATE TABLE media_uploads (
     created_at BIGINT NOT NULL
 );
 )sql"},
+        {50, "catalogue", catalogue::schemaSql()},
+        {51, "catalogue_seed", catalogue::seedSql()},
     };
     return list;
 }
