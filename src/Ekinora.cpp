@@ -3,7 +3,9 @@
 #include "accounts/AccountsScreens.h"
 #include "farms/CalendarScreens.h"
 #include "farms/FarmsScreens.h"
+#include "grants/GrantsScreens.h"
 #include "home/HomeScreens.h"
+#include "market/MarketScreens.h"
 #include "notifications/NotificationsScreens.h"
 #include "platform/Platform.h"
 #include "platform/Storyboard.h"
@@ -33,6 +35,8 @@ void Ekinora::registerScreens() {
     farms::registerScreens();
     farms::registerCalendarScreens();
     notifications::registerScreens();
+    grants::registerScreens();
+    market::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }
