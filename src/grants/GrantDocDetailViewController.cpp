@@ -108,9 +108,11 @@ void MailComposeViewController::send(QObject*) {
         if (file.open(QIODevice::WriteOnly) && file.write(m_data) == m_data.size()) m_path = file.fileName();
     }
     QUrl mail(QStringLiteral("mailto:") + m_to.join(QLatin1Char(',')));
-    QUrlQuery query;
-    query.addQueryItem(QStringLiteral("subject"), m_subject);
-    mail.setQuery(query);
+    if (!m_subject.isEmpty()) {
+        QUrlQuery query;
+        query.addQueryItem(QStringLiteral("subject"), m_subject);
+        mail.setQuery(query);
+    }
     const bool opened = P().application().openURL(mail);
     if (!m_path.isEmpty()) service::log(QStringLiteral("sendMail: attachment at %1").arg(m_path));
     finish(opened ? Sent : Failed);

@@ -79,8 +79,14 @@ Rectangle {
                 font.pixelSize: Theme.bodySize
                 font.bold: true
                 font.capitalization: Font.MixedCase
-                Material.background: "white"
-                Material.foreground: Theme.cerulean
+                background: Rectangle { radius: Theme.radius; color: parent.down ? "#e8f3f8" : "white" }
+                contentItem: Text {
+                    text: parent.text
+                    font: parent.font
+                    color: Theme.cerulean
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                }
                 Accessible.name: text
                 onClicked: root.controller.getGrants()
             }
