@@ -5,7 +5,9 @@
 #include "contests/ContestsScreens.h"
 #include "farms/CalendarScreens.h"
 #include "farms/FarmsScreens.h"
+#include "grants/GrantsScreens.h"
 #include "home/HomeScreens.h"
+#include "market/MarketScreens.h"
 #include "notifications/NotificationsScreens.h"
 #include "platform/Platform.h"
 #include "platform/Storyboard.h"
@@ -37,6 +39,8 @@ void Ekinora::registerScreens() {
     notifications::registerScreens();
     catalogue::registerScreens();
     contests::registerScreens();
+    grants::registerScreens();
+    market::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }

@@ -313,6 +313,65 @@ CREATE TABLE media_uploads (
 )sql"},
         {50, "catalogue", catalogue::schemaSql()},
         {51, "catalogue_seed", catalogue::seedSql()},
+        {60, "grants", R"sql(
+CREATE TABLE grant_programmes (
+    id INTEGER PRIMARY KEY,
+    name TEXT NOT NULL,
+    type_name TEXT NOT NULL,
+    end_month INTEGER NOT NULL,
+    end_day INTEGER NOT NULL,
+    description TEXT NOT NULL,
+    conditions TEXT NOT NULL,
+    sort_order INTEGER NOT NULL
+);
+CREATE TABLE grant_places (
+    grant_id INTEGER NOT NULL REFERENCES grant_programmes(id),
+    city_name TEXT NOT NULL,
+    county_name TEXT
+);
+CREATE INDEX grant_places_grant ON grant_places(grant_id);
+CREATE TABLE grant_crops (
+    grant_id INTEGER NOT NULL REFERENCES grant_programmes(id),
+    produce_id INTEGER NOT NULL,
+    PRIMARY KEY (grant_id, produce_id)
+);
+CREATE TABLE grant_documents (
+    id INTEGER PRIMARY KEY,
+    grant_id INTEGER NOT NULL REFERENCES grant_programmes(id),
+    position INTEGER NOT NULL,
+    name TEXT NOT NULL,
+    body TEXT NOT NULL
+);
+CREATE INDEX grant_documents_grant ON grant_documents(grant_id, position);
+)sql"},
+        {61, "market", R"sql(
+CREATE TABLE market_categories (
+    id INTEGER PRIMARY KEY,
+    name TEXT NOT NULL,
+    sort_order INTEGER NOT NULL
+);
+CREATE TABLE market_crops (
+    agrivoid INTEGER PRIMARY KEY,
+    name TEXT NOT NULL,
+    source TEXT NOT NULL CHECK (source IN ('H', 'B')),
+    category_id INTEGER NOT NULL REFERENCES market_categories(id),
+    sort_order INTEGER NOT NULL
+);
+CREATE TABLE market_varieties (
+    id INTEGER PRIMARY KEY,
+    agrivoid INTEGER NOT NULL REFERENCES market_crops(agrivoid),
+    name TEXT NOT NULL,
+    base_price REAL NOT NULL
+);
+CREATE INDEX market_varieties_crop ON market_varieties(agrivoid);
+CREATE TABLE market_places (
+    agrivoid INTEGER NOT NULL REFERENCES market_crops(agrivoid),
+    city_name TEXT NOT NULL,
+    factor REAL NOT NULL,
+    position INTEGER NOT NULL,
+    PRIMARY KEY (agrivoid, city_name)
+);
+)sql"},
     };
     return list;
 }

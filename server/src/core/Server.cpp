@@ -23,6 +23,8 @@
 #include "farms/Documents.h"
 #include "farms/Farms.h"
 #include "farms/Produces.h"
+#include "grants/Grants.h"
+#include "market/Market.h"
 #include "notifications/Notifications.h"
 #include "regions/RegionCommands.h"
 #include "regions/Regions.h"
@@ -160,6 +162,8 @@ struct Server::Impl {
             catalogue::registerCatalogueCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
             contests::registerContestCommands(*table, *opened, options.clock);
+            grants::registerGrantCommands(*table, *opened, options.clock);
+            market::registerMarketCommands(*table, *opened, options.clock);
             weatherService = std::make_unique<weather::WeatherService>(*opened, options.clock);
             weather::registerCommands(*table, *weatherService);
 
@@ -239,6 +243,8 @@ struct Server::Impl {
             return demoControl(req, res);
         } else if (method == "GET" || method == "HEAD") {
             if (auto document = farms::calendarDocument(database(), path))
+                return res.set_content(std::move(document->body), document->contentType);
+            if (auto document = grants::grantDocument(database(), path, options.clock))
                 return res.set_content(std::move(document->body), document->contentType);
         }
         notFound(res);
