@@ -167,6 +167,8 @@ private slots:
 private:
     void signIn(const QJsonArray& codes) {
         service::LocalStore::setUserInfo(QJsonObject{{"type", "farmer"}, {"menu", codes}});
+        // Signed in: the screens the menu opens send with the token.
+        fake->store->setString(StoreKey::Token, QStringLiteral("token"));
         fake->platform->notificationCenter().postNotificationName("checkMenuList");
     }
     QStringList names() const {
