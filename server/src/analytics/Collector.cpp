@@ -189,7 +189,7 @@ private:
 } // namespace
 
 std::filesystem::path defaultContainerDir() {
-    return std::filesystem::path(__FILE__).parent_path() / "container";
+    return std::filesystem::path(EKINORA_ANALYTICS_CONTAINER_DIR);
 }
 
 void registerRoutes(httplib::Server& http, Database& db, std::filesystem::path containerDir) {
