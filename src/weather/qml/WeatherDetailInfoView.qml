@@ -48,14 +48,12 @@ Rectangle {
             for (var i = 0; i < count; ++i) {
                 var item = itemAtIndex(i)
                 if (item && item.x + item.width > contentX && item.x < contentX + width)
-                    cells.push({ "item": i, "centerX": item.x + item.width / 2 })
+                    cells[cells.length] = { "item": i, "centerX": item.x + item.width / 2 }
             }
             root.controller.scrollViewDidEndDecelerating(cells, width, contentX)
         }
-        Connections {
-            target: root.controller
-            function onScrollHourToCentre(item: int, animated: bool) { hours.positionViewAtIndex(item, ListView.Center) }
-        }
+        function centre(item: int) { positionViewAtIndex(item, ListView.Center) }
+        Component.onCompleted: root.controller.scrollHourToCentre.connect(centre)
         delegate: Item {
             id: hour
             required property var values
@@ -111,7 +109,8 @@ Rectangle {
                     objectName: "imageCondition"
                     anchors { left: parent.left; leftMargin: 8; verticalCenter: parent.verticalCenter }
                     width: 32; height: 32
-                    sourceSize: Qt.size(64, 64)
+                    sourceSize.width: 64
+                    sourceSize.height: 64
                     visible: source != ""
                     source: slot.values.imageConditionUrl || ""
                 }

@@ -76,7 +76,8 @@ Rectangle {
                     objectName: "imageCondition"
                     anchors { left: parent.left; leftMargin: 12; top: parent.top; topMargin: 40 }
                     width: 64; height: 64
-                    sourceSize: Qt.size(128, 128)
+                    sourceSize.width: 128
+                    sourceSize.height: 128
                     asynchronous: true
                     source: slot.values.imageConditionUrl || ""
                 }
