@@ -100,7 +100,6 @@ private slots:
         const QJsonObject saved{{"fullname", "Hasan Yıldırım"}, {"phone", "05321000101"}, {"type", "farmer"},
                                 {"location", QJsonObject{{"county", QJsonObject{{"name", "Haymana"}, {"latitude", 39.43}, {"longitude", 32.5}}}}}};
         fake->http->on("farmer/update-profile", jsonReply(envelope(saved)));
-        fake->store->setString("token", "tok-1");
         screen->btnCounty->tap();
         pick(screen, "Haymana");
         QCOMPARE(screen->txtCounty->text(), QStringLiteral("Haymana"));

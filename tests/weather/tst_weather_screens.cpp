@@ -102,7 +102,6 @@ private slots:
         QCOMPARE(day->currentHourIndexPath, 9); // the clock's hour
         QCOMPARE(day->hourCell(9).value("labelHour").toString(), QStringLiteral("9:00"));
         QCOMPARE(day->hourCell(8).value("labelHour").toString(), QStringLiteral("8"));
-        QCOMPARE(day->hourCell(8).value("fontSize").toInt(), 14);
 
         // Hour 9: a pictogram past the table shows its picture without a text; the compass text.
         QCOMPARE(day->collectionWeather->numberOfRows(), 5);
