@@ -52,7 +52,16 @@ Rectangle {
             }
             root.controller.scrollViewDidEndDecelerating(cells, width, contentX)
         }
-        function centre(item: int) { positionViewAtIndex(item, ListView.Center) }
+        NumberAnimation { id: hourScroll; target: hours; property: "contentX"; duration: 300; easing.type: Easing.InOutQuad }
+        // The chosen hour to the middle: the list finds the place, the animation goes there.
+        function centre(item: int, animated: bool) {
+            const from = contentX
+            positionViewAtIndex(item, ListView.Center)
+            if (!animated) return
+            hourScroll.to = contentX
+            contentX = from
+            hourScroll.restart()
+        }
         Component.onCompleted: root.controller.scrollHourToCentre.connect(centre)
         delegate: Item {
             id: hour
