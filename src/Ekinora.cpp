@@ -10,11 +10,13 @@
 #include "market/MarketScreens.h"
 #include "notifications/NotificationsScreens.h"
 #include "platform/Platform.h"
+#include "profile/ProfileScreens.h"
 #include "platform/Storyboard.h"
 #include "service/AppDelegate.h"
 #include "service/ServiceRoots.h"
 #include "shell/PendingViewController.h"
 #include "shell/ShellScreens.h"
+#include "weather/WeatherScreens.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -41,6 +43,8 @@ void Ekinora::registerScreens() {
     contests::registerScreens();
     grants::registerScreens();
     market::registerScreens();
+    weather::registerScreens();
+    profile::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }

@@ -363,6 +363,11 @@ void ViewController::prepareForSegue(const StoryboardSegue& segue, QObject* send
 
 // Weather.
 
+void ViewController::openWeatherDetail(QObject*) {
+    if (NavigationController* nav = navigationController())
+        nav->pushViewController(Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("weatherVC")), true);
+}
+
 void ViewController::getWeatherInfo() {
     const Json county = path(LocalStore::userInfo(), {QStringLiteral("location"), QStringLiteral("county")});
     weather::WeatherApiRequest request;

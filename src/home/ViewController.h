@@ -94,6 +94,8 @@ public slots:
     void presentLeftMenuViewController();
     void openEventView(QObject* sender = nullptr);
     void callPerson(QObject* sender = nullptr);
+    // The weather card's tap: the week's weather over the home.
+    void openWeatherDetail(QObject* sender = nullptr);
 
 private:
     void profileReceived(const platform::Json& response, const platform::Json& storedRecord);

@@ -65,6 +65,8 @@ Rectangle {
                     GradientStop { position: 0; color: "#8cc63f" }
                     GradientStop { position: 1; color: "#5d9a1f" }
                 }
+                // The card opens the week's weather.
+                MouseArea { objectName: "openWeatherDetail"; anchors.fill: parent; onClicked: root.controller.openWeatherDetail() }
 
                 PLabel {
                     model: root.controller.lblWeatherLocation

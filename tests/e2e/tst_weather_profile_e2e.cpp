@@ -1,0 +1,193 @@
+// The weather screens, the profile and the dealer's shop data, end to end: the real application
+// in-process, offscreen, against the real reference service, driven as a farmer and a dealer would.
+
+#include "EndToEnd.h"
+#include "accounts/DemoAccounts.h"
+#include "core/Server.h"
+#include "platform/NavigationController.h"
+#include "platform/SideMenuViewController.h"
+
+#include <QTest>
+
+using namespace ekinora;
+using namespace ekinora::testing;
+
+class WeatherProfileEndToEnd : public EndToEnd {
+    Q_OBJECT
+private slots:
+    void init() { startService(); }
+    void cleanup() { stopAll(); }
+
+    void farmerReadsTheWeekKeepsFavouritesAndMovesCounty() {
+        startApp();
+        signInAs("farmer");
+        QTRY_VERIFY_WITH_TIMEOUT(!labelText("lblWeatherLocation").isEmpty(), 8000);
+        QCOMPARE(labelText("lblWeatherLocation"), QStringLiteral("Çumra"));
+
+        // The week from the home's weather card.
+        openWeek();
+        saveScreenshot(window(), QStringLiteral("weather-week"));
+
+        // A day: today's hours; three favourites kept by taking away the condition and the rain.
+        openDay();
+        saveScreenshot(window(), QStringLiteral("weather-day"));
+        avoidTheFirstRows();
+        tap("btnFavList");
+        QTRY_COMPARE(cells("WeatherCell").size(), 5);
+        tapValueRow(0);
+        tapValueRow(2);
+        QTRY_COMPARE(itemsNamed(rowOf(cells("WeatherCell"), 2), "imageFav").value(0)->property("name").toString(), QStringLiteral("favEmpty"));
+        QTest::qWait(200);
+        saveScreenshot(window(), QStringLiteral("weather-choosing"));
+        tap("btnFavList");
+        QTRY_COMPARE(cells("WeatherCell").size(), 3);
+        QCOMPARE(text(rowOf(cells("WeatherCell"), 0), "labelInfo"), QStringLiteral("Sıcaklık"));
+
+        restartApp();
+        QTRY_VERIFY_WITH_TIMEOUT(!labelText("lblWeatherLocation").isEmpty(), 8000);
+        openWeek();
+        openDay();
+        QTRY_COMPARE(cells("WeatherCell").size(), 3);
+        QStringList labels;
+        for (int row = 0; row < 3; ++row) labels << text(rowOf(cells("WeatherCell"), row), "labelInfo");
+        QCOMPARE(labels, (QStringList{"Sıcaklık", "Rüzgar hızı", "Rüzgar yönü"}));
+        saveScreenshot(window(), QStringLiteral("weather-favourites"));
+
+        // Back to the home, then the profile: another county of the same city, saved; the home's
+        // weather follows it.
+        for (int i = 0; i < 2; ++i) {
+            tap("backButton");
+            QTest::qWait(400);
+        }
+        openMenuItem("Profilim");
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "ProfileViewController"), 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(labelText("txtCounty"), QStringLiteral("Çumra"), 5000);
+        QCOMPARE(labelText("txtPhone"), QStringLiteral("05321000101"));
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+        tap("btnCounty");
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "dropDownList"), 3000);
+        QTRY_COMPARE(itemNamed(window(), "dropDownList")->height(), 250.0);
+        QQuickItem* other = nullptr;
+        for (QQuickItem* row : itemsNamed(itemNamed(window(), "dropDownList"), "Cell")) {
+            const QString title = row->property("title").toString();
+            if (!other && !title.isEmpty() && title != QStringLiteral("Çumra")) other = row;
+        }
+        QVERIFY(other);
+        const QString county = other->property("title").toString();
+        tapItem(window(), other);
+        QTRY_VERIFY(!itemNamed(window(), "dropDownList"));
+        QTRY_COMPARE(labelText("txtCounty"), county);
+        typeInto("txtMail", "hasan.dogru@ornek.com.tr", true);
+        saveScreenshot(window(), QStringLiteral("profile-form"));
+        tap("updateButton");
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
+        QCOMPARE(itemNamed(window(), "alert")->property("message").toString(), QStringLiteral("Profil bilgileriniz güncellendi."));
+        saveScreenshot(window(), QStringLiteral("profile-saved"));
+        tapItem(window(), itemsNamed(itemNamed(window(), "alert"), "alertButton").first());
+
+        openMenuItem("Anasayfa");
+        QTRY_COMPARE_WITH_TIMEOUT(labelText("lblWeatherLocation"), county, 8000);
+    }
+
+    void dealerChangesHisShop() {
+        startApp();
+        signInAs("dealer");
+        openMenuItem("Bayi Bilgileri");
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "DealerViewController"), 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(labelText("txtDealerName"), QStringLiteral("Erdem Tarım Zirai İlaç ve Tohumculuk"), 5000);
+        QCOMPARE(labelText("txtDealerTaxNumber"), QStringLiteral("4830127965"));
+        typeInto("txtDealerName", "Erdem Tarim Ceyhan Subesi", true);
+        saveScreenshot(window(), QStringLiteral("dealer-form"));
+        tap("updateButton");
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
+        QCOMPARE(itemNamed(window(), "alert")->property("message").toString(), QStringLiteral("Bayi bilgileriniz güncellendi."));
+        tapItem(window(), itemsNamed(itemNamed(window(), "alert"), "alertButton").first());
+        QTRY_VERIFY(!itemNamed(window(), "alert"));
+
+        // Read again: the service kept it.
+        openMenuItem("Bayi Bilgileri");
+        QTRY_COMPARE_WITH_TIMEOUT(labelText("txtDealerName"), QStringLiteral("Erdem Tarim Ceyhan Subesi"), 5000);
+    }
+
+private:
+    void signInAs(const char* type) {
+        signIn(server::accounts::demoAccount(type).phone);
+        QTRY_VERIFY_WITH_TIMEOUT(content() && content()->topViewController(), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+    }
+    void openMenuItem(const QString& label) {
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
+        tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
+        QTRY_VERIFY(root()->isMenuVisible());
+        QTest::qWait(400);
+        QQuickItem* row = nullptr;
+        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "Cell"))
+            if (cell->property("content").toMap().value("text").toString() == label) row = cell;
+        QVERIFY2(row, qPrintable(label));
+        tapItem(window(), row);
+        QTRY_VERIFY(!root()->isMenuVisible());
+        QTest::qWait(400);
+    }
+    void openWeek() {
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+        tap("openWeatherDetail");
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "WeatherDetailViewController"), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(cells("WeatherCell").size() >= 5, 5000);
+        QCOMPARE(content()->topTitle(), QStringLiteral("Hava Durumu"));
+        QVERIFY(text(rowOf(cells("WeatherCell"), 0), "labelTempMax").endsWith(QStringLiteral("°C")));
+        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(rowOf(cells("WeatherCell"), 0), "imageCondition").value(0)->property("status").toInt() == 1, 5000);
+    }
+    void openDay() {
+        tapItem(window(), rowOf(cells("WeatherCell"), 1));
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "WeatherDetailInfoViewController"), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(text(nullptr, "labelHour", true).endsWith(QStringLiteral(":00")), 5000);
+        QTest::qWait(300);
+    }
+    // The value row numbered like the chosen hour can't be toggled: choose a later hour when needed.
+    void avoidTheFirstRows() {
+        const int hour = QDateTime::currentDateTime().time().hour();
+        if (hour > 4) return;
+        QQuickItem* later = nullptr;
+        for (QQuickItem* cell : cells("WeatherHourCell"))
+            if (!later && text(cell, "labelHour").toInt() >= 5 && cell->isVisible()) later = cell;
+        QVERIFY(later);
+        tapItem(window(), later);
+        QTest::qWait(300);
+    }
+    void tapValueRow(int row) {
+        tapItem(window(), rowOf(cells("WeatherCell"), row));
+        QTest::qWait(150);
+    }
+
+    QList<QQuickItem*> cells(const char* name) const {
+        QList<QQuickItem*> visible;
+        for (QQuickItem* item : itemsNamed(window()->contentItem(), name))
+            if (item->isVisible()) visible << item;
+        return visible;
+    }
+    // A cell by the row of its delegate.
+    static QQuickItem* rowOf(const QList<QQuickItem*>& list, int row) {
+        for (QQuickItem* cell : list) {
+            QQuickItem* slot = cell->property("row").isValid() ? cell : cell->parentItem();
+            if (slot && slot->property("row").toInt() == row) return cell;
+        }
+        return nullptr;
+    }
+    // The text of a named label within an item; with chosen, the chosen hour's label.
+    QString text(QQuickItem* within, const char* name, bool chosen = false) const {
+        const auto found = itemsNamed(within ? within : window()->contentItem(), name);
+        for (QQuickItem* item : found) {
+            const QString t = item->property("text").toString();
+            if (!chosen || t.endsWith(QStringLiteral(":00"))) return t;
+        }
+        return QString();
+    }
+    QString labelText(const char* name) const {
+        QQuickItem* item = itemNamed(window(), name);
+        return item ? item->property("text").toString() : QString();
+    }
+};
+
+EKINORA_GUI_TEST_MAIN(WeatherProfileEndToEnd)
+#include "tst_weather_profile_e2e.moc"
