@@ -1,7 +1,9 @@
 #include "CatalogueScreens.h"
 
 #include "AllProductsViewController.h"
+#include "DocumentViewers.h"
 #include "HomeViewController.h"
+#include "ProductDetailViewController.h"
 #include "SelectedProductViewController.h"
 #include "platform/Storyboard.h"
 
@@ -14,6 +16,9 @@ void registerScreens() {
     Storyboard::registerIdentifier(QStringLiteral("HomeSB"), [] { return new HomeViewController; });
     Storyboard::registerIdentifier(QStringLiteral("AllProductsSB"), [] { return new AllProductsViewController; });
     Storyboard::registerIdentifier(QStringLiteral("SelectedProductSB"), [] { return new SelectedProductViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("ProductDetailSB"), [] { return new ProductDetailViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("DocumentViewerSB"), [] { return new DocumentViewerViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("MaizeDocSB"), [] { return new MaizeDocumentViewController; });
 }
 
 } // namespace ekinora::catalogue
