@@ -5,6 +5,7 @@
 #include "HomeViewController.h"
 #include "ProductDetailViewController.h"
 #include "SelectedProductViewController.h"
+#include "SprayProgramViewController.h"
 #include "platform/Storyboard.h"
 
 namespace ekinora::catalogue {
@@ -19,6 +20,8 @@ void registerScreens() {
     Storyboard::registerIdentifier(QStringLiteral("ProductDetailSB"), [] { return new ProductDetailViewController; });
     Storyboard::registerIdentifier(QStringLiteral("DocumentViewerSB"), [] { return new DocumentViewerViewController; });
     Storyboard::registerIdentifier(QStringLiteral("MaizeDocSB"), [] { return new MaizeDocumentViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("SprayProgramSB"), [] { return new SprayProgramViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("SprayProgramWebSB"), [] { return new SprayProgramWebViewController; });
 }
 
 } // namespace ekinora::catalogue
