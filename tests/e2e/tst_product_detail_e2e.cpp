@@ -7,6 +7,7 @@
 #include "core/Server.h"
 #include "platform/NavigationController.h"
 #include "platform/SideMenuViewController.h"
+#include "seeds/SeedScreens.h"
 
 #include <QTest>
 
@@ -91,7 +92,9 @@ private slots:
         QCOMPARE(itemsNamed(window()->contentItem(), "MaizeDetailAfter2Img").size(), 1);
         QTest::qWait(600);
         saveScreenshot(window(), QStringLiteral("seeds-maize-detail"));
-        tapItem(window(), itemsNamed(window()->contentItem(), "MaizeProductDetailBefore2Cell").first());
+        auto* maize = qobject_cast<seeds::MaizeDetailViewController*>(content()->topViewController());
+        QVERIFY(maize);
+        maize->tableView2->selectRow(1);
         QTRY_COMPARE(itemsNamed(window()->contentItem(), "MaizeDetailAfter2Img").size(), 0);
         tap("tableView1Cell");
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "MaizeDocumentViewController"), 5000);
@@ -105,17 +108,23 @@ private slots:
         QCOMPARE(content()->topTitle(), QStringLiteral("Kanola Tohum Ürünleri"));
         tapItem(window(), itemsNamed(window()->contentItem(), "allProductCell").first());
         QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "MaizeDetailAfter2CB").size() == 1, 5000);
-        QVERIFY(!itemNamed(window(), "groupNameLbl")->isVisible());
-        tapItem(window(), itemsNamed(window()->contentItem(), "MaizeProductDetailBefore2Cell").last());
+        auto* canola = qobject_cast<seeds::MaizeDetailViewController*>(content()->topViewController());
+        QVERIFY(canola && canola->groupNameLbl->isHidden());
+        canola->tableView2->selectRow(2);
         QTRY_COMPARE(itemsNamed(window()->contentItem(), "MaizeDetailAfter2CB").size(), 3);
         QTest::qWait(600);
         saveScreenshot(window(), QStringLiteral("seeds-canola-detail"));
-        tapItem(window(), itemsNamed(window()->contentItem(), "MaizeProductDetailBefore2Cell").at(1));
+        canola->tableView2->selectRow(1);
         QTRY_COMPARE(itemsNamed(window()->contentItem(), "MaizeDetailAfter2Img").size(), 1);
     }
 
 private:
     void openMenu(const QString& label) {
+        // Back to the stack's root, where the menu button is.
+        for (int i = 0; i < 4 && content() && content()->viewControllers().size() > 1; ++i) {
+            tap("backButton");
+            QTest::qWait(400);
+        }
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
         tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));

@@ -89,10 +89,11 @@ Rectangle {
                 x: Theme.margin; width: parent.width - 2 * Theme.margin
                 height: facts.height + 20
                 radius: Theme.radius; color: Theme.card; border.color: Theme.line
-                Grid {
+                Column {
                     id: facts
                     x: 12; y: 10
-                    columns: 2; columnSpacing: 12; rowSpacing: 8
+                    width: parent.width - 24
+                    spacing: 8
                     Repeater {
                         model: [["Ürün Grubu", root.controller.productGroupLbl], ["Etkili Madde", root.controller.productMatterLbl],
                                 ["Formülasyon", root.controller.productFormulationLbl], ["Ambalaj", root.controller.productPackageLbl]]
@@ -102,13 +103,12 @@ Rectangle {
                             Text { width: 110; text: parent.modelData[0]; color: Theme.muted; font.pixelSize: Theme.captionSize + 1 }
                             PLabel {
                                 model: parent.modelData[1]
-                                width: facts.parent.width - 24 - 110 - 12 - 0
+                                width: facts.width - 110
                                 wrapMode: Text.WordWrap
                                 color: Theme.ink; font.pixelSize: Theme.captionSize + 1; font.bold: true
                             }
                         }
                     }
-                    Item { width: 1; height: 1 }
                 }
             }
 

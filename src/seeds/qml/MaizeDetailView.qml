@@ -148,13 +148,20 @@ Rectangle {
                                     height: visible ? (picture ? 190 : 132) : 0
                                     Image {
                                         objectName: "imgView"
-                                        visible: card.picture || !card.modelData.imgViewHidden
-                                        x: card.picture ? 0 : 4; y: card.picture ? 4 : 8
-                                        width: card.picture ? parent.width : 96
-                                        height: card.picture ? 182 : 72
-                                        fillMode: card.picture ? Image.PreserveAspectCrop : Image.PreserveAspectFit
+                                        visible: card.picture
+                                        x: 0; y: 4; width: parent.width; height: 182
+                                        fillMode: Image.PreserveAspectCrop
+                                        clip: true
                                         asynchronous: true
-                                        source: card.modelData.imgView
+                                        source: card.picture ? card.modelData.imgView : ""
+                                    }
+                                    Image {
+                                        objectName: "imgView"
+                                        visible: !card.picture && !card.modelData.imgViewHidden
+                                        x: 4; y: 8; width: 96; height: 72
+                                        fillMode: Image.PreserveAspectFit
+                                        asynchronous: true
+                                        source: card.picture ? "" : card.modelData.imgView
                                     }
                                     Column {
                                         visible: !card.picture
