@@ -34,7 +34,7 @@ class ProductDetailViewController : public platform::ViewController {
     UI_OUTLET(ekinora::platform::Label, productFormulationLbl)
     UI_OUTLET(ekinora::platform::Label, productPackageLbl)
     UI_OUTLET(ekinora::platform::WebView, openSectionWebView)
-    Q_PROPERTY(QList<QObject*> measuringViews READ measuringViews NOTIFY measuringViewsChanged)
+    Q_PROPERTY(QVariantList measuringViews READ measuringViews NOTIFY measuringViewsChanged)
     Q_PROPERTY(double viewWidth READ viewWidth WRITE setViewWidth NOTIFY viewWidthChanged)
 public:
     explicit ProductDetailViewController(QObject* parent = nullptr);
@@ -69,7 +69,11 @@ public:
     // The hidden views that measure each entry of contentStrings; tag = position.
     QList<platform::WebView*> measurers;
 
-    QList<QObject*> measuringViews() const { return {measurers.begin(), measurers.end()}; }
+    QVariantList measuringViews() const {
+        QVariantList views;
+        for (auto* w : measurers) views.append(QVariant::fromValue<QObject*>(w));
+        return views;
+    }
     double viewWidth() const { return m_viewWidth; }
     void setViewWidth(double w);
 

@@ -84,6 +84,7 @@ void MaizeAllViewController::viewDidLoad() {
     }
     collectionView->setHidden(true);
     tableView->setHidden(false);
+    emit layoutChanged();
     loadProducts();
     onEditingChanged(searchBar, [this] { searchTextChanged(searchBar); });
     searchBar->setShouldReturn([this](TextField*) {
@@ -157,6 +158,7 @@ void MaizeAllViewController::didSelectRow(int row) {
 
 void MaizeAllViewController::changeGridWithSender(QObject*) {
     changeGrid(isList, tableView, collectionView, rightBarButtonItem());
+    emit layoutChanged();
 }
 void MaizeAllViewController::searchBarSearchButtonClicked(QObject*) { searchBar->resignFirstResponder(); }
 void MaizeAllViewController::scrollViewWillBeginDragging(QObject*) { endEditing(); }

@@ -37,6 +37,7 @@ class MaizeAllViewController : public platform::ViewController {
     UI_OUTLET(ekinora::platform::TextField, searchBar)
     UI_OUTLET(ekinora::platform::TableView, tableView)
     UI_OUTLET(ekinora::platform::TableView, collectionView)
+    Q_PROPERTY(bool showsGrid READ showsGrid NOTIFY layoutChanged)
 public:
     explicit MaizeAllViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
@@ -49,6 +50,7 @@ public:
     bool searchBegin = false;
     bool isList = false;
     bool leftBarButtonRemoved = false; // the maize list goes without the menu button
+    bool showsGrid() const { return !collectionView->isHidden(); }
 
     void viewDidLoad() override;
     void loadProducts();
@@ -61,6 +63,8 @@ public slots:
     void searchTextChanged(QObject* sender = nullptr);
     void searchBarSearchButtonClicked(QObject* sender = nullptr);
     void scrollViewWillBeginDragging(QObject* sender = nullptr);
+signals:
+    void layoutChanged();
 };
 
 // One card of an open seed section: a picture, a title or a canola head, and a text.

@@ -7,6 +7,8 @@
 #include "catalogue/DocumentViewers.h"
 #include "catalogue/ProductDetailViewController.h"
 #include "catalogue/RegionAttendantCall.h"
+#include "catalogue/SprayProgramViewController.h"
+#include "service/ServiceRoots.h"
 #include "platform/AlertController.h"
 #include "platform/NavigationController.h"
 #include "platform/Storyboard.h"
@@ -185,6 +187,32 @@ private slots:
         screen->callButton();
         fake->run(0);
         QVERIFY(fake->platform->window().waitVisible());
+    }
+
+    void sprayProgrammesOpenTheirPageWithTheTitle() {
+        platform::Storyboard::registerIdentifier("SprayProgramWebSB", [] { return new SprayProgramWebViewController; });
+        const QString site = service::Roots::ProductSiteBase;
+        fake->http->on(QUrl(site).path() + "/scripts/components/product_groups/page_166.php",
+                       jsonReply(QJsonArray{QJsonObject{{"title", "Buğday İlaçlama Programı"}, {"image", "/static/b.svg"}, {"link", "/p/bugday"}},
+                                            QJsonObject{{"title", "Mısır"}, {"image", "static/m.svg"}, {"link", "/p/misir"}}}));
+        auto* screen = new SprayProgramViewController;
+        auto* nav = new platform::NavigationController;
+        nav->setViewControllers({screen});
+        fake->platform->window().setRootViewController(nav);
+        fake->platform->window().makeKeyAndVisible();
+        fake->run(0);
+        QCOMPARE(screen->collectionView->numberOfRows(), 2);
+        QVERIFY(fake->http->requests.last().header("Authorization").isEmpty()); // no token
+        // The joining adds nothing: an image without its leading "/" gives a wrong address.
+        QCOMPARE(screen->collectionView->cellForRow(1).values.value("imgView").toString(), site + "static/m.svg");
+        screen->collectionView->selectRow(0);
+        fake->run(0);
+        QCOMPARE(sprayUrl(), site + "/p/bugday");
+        auto* page = qobject_cast<SprayProgramWebViewController*>(fake->platform->window().presentedControllers().value(0));
+        QVERIFY(page);
+        QCOMPARE(page->navBar->text(), QStringLiteral("Buğday İlaçlama Programı"));
+        QCOMPARE(page->webView->url(), QUrl(site + "/p/bugday"));
+        QCOMPARE(documentPath(), QStringLiteral("Buğday İlaçlama Programı")); // until a document overwrites it
     }
 
 private:

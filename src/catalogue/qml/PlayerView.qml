@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import QtMultimedia
@@ -15,10 +17,8 @@ Rectangle {
         videoOutput: output
         onSourceChanged: if (root.controller.playing) play()
     }
-    Connections {
-        target: root.controller
-        function onPlayingChanged() { if (root.controller.playing) player.play() }
-    }
+    readonly property bool playing: controller.playing
+    onPlayingChanged: if (playing) player.play()
     VideoOutput { id: output; anchors.fill: parent }
     MouseArea { anchors.fill: parent; onClicked: player.playbackState === MediaPlayer.PlayingState ? player.pause() : player.play() }
     Button {

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import Ekinora.Platform
@@ -62,7 +64,6 @@ Rectangle {
                     PImageView {
                         model: root.controller.productImg
                         anchors.fill: parent; anchors.margins: 6
-                        sourceSize: Qt.size(200, 260)
                     }
                 }
                 Column {
@@ -98,11 +99,12 @@ Rectangle {
                         model: [["Ürün Grubu", root.controller.productGroupLbl], ["Etkili Madde", root.controller.productMatterLbl],
                                 ["Formülasyon", root.controller.productFormulationLbl], ["Ambalaj", root.controller.productPackageLbl]]
                         delegate: Row {
+                            id: fact
                             required property var modelData
                             spacing: 0
-                            Text { width: 110; text: parent.modelData[0]; color: Theme.muted; font.pixelSize: Theme.captionSize + 1 }
+                            Text { width: 110; text: fact.modelData[0]; color: Theme.muted; font.pixelSize: Theme.captionSize + 1 }
                             PLabel {
-                                model: parent.modelData[1]
+                                model: fact.modelData[1]
                                 width: facts.width - 110
                                 wrapMode: Text.WordWrap
                                 color: Theme.ink; font.pixelSize: Theme.captionSize + 1; font.bold: true
@@ -181,7 +183,7 @@ Rectangle {
                         color: Theme.card
                         border.color: Theme.line
                         Item {
-                            objectName: open ? "headerContainerView" : "containerView"
+                            objectName: section.open ? "headerContainerView" : "containerView"
                             width: parent.width; height: 56
                             Text {
                                 objectName: "titleLbl"
@@ -266,7 +268,7 @@ Rectangle {
             font.pixelSize: 22
             palette.buttonText: "white"
             Accessible.name: "Kapat"
-            onClicked: root.controller.closeImageButton.sendActions()
+            onClicked: root.controller.closeImageView()
         }
     }
 }

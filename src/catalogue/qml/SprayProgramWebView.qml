@@ -1,7 +1,8 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import Ekinora.Platform
-import Ekinora.Widgets
 import Ekinora.Catalogue
 
 // One programme's page under its own bar: the status band, the close button and the title.

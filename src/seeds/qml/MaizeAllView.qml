@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Ekinora.Platform
 import Ekinora.Widgets
@@ -20,7 +22,7 @@ Rectangle {
 
     ListView {
         objectName: "tableView"
-        visible: !root.controller.tableView.hidden
+        visible: !root.controller.showsGrid
         anchors { left: parent.left; right: parent.right; top: bar.bottom; bottom: parent.bottom; topMargin: 4 }
         clip: true
         boundsBehavior: Flickable.StopAtBounds
@@ -33,7 +35,7 @@ Rectangle {
     GridView {
         id: grid
         objectName: "collectionView"
-        visible: !root.controller.collectionView.hidden
+        visible: root.controller.showsGrid
         anchors { left: parent.left; right: parent.right; top: bar.bottom; bottom: parent.bottom; margins: 1; topMargin: 5 }
         clip: true
         boundsBehavior: Flickable.StopAtBounds

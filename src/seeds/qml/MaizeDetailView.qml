@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Controls
 import Ekinora.Platform
@@ -46,7 +48,7 @@ Rectangle {
                     id: pictureCard
                     x: Theme.margin; anchors.verticalCenter: parent.verticalCenter
                     width: 104; height: 136; radius: Theme.radius; color: "white"
-                    PImageView { model: root.controller.productImg; anchors.fill: parent; anchors.margins: 6; sourceSize: Qt.size(200, 262) }
+                    PImageView { model: root.controller.productImg; anchors.fill: parent; anchors.margins: 6 }
                 }
                 Column {
                     anchors { left: pictureCard.right; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 14; rightMargin: Theme.margin }
@@ -197,7 +199,7 @@ Rectangle {
             width: 48; height: 48; flat: true
             text: "✕"; font.pixelSize: 22; palette.buttonText: "white"
             Accessible.name: "Kapat"
-            onClicked: root.controller.closeImageButton.sendActions()
+            onClicked: root.controller.closeImageView()
         }
     }
 }
