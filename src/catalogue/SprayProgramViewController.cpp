@@ -26,7 +26,8 @@ void SprayProgramViewController::viewDidLoad() {
                                   [this](int, int row) {
                                       const SprayElement& e = sprayPrograms().at(row);
                                       // Half the width less the spacing, by 150.
-                                      const double width = collectionView->size().width() / 2 - 10;
+                                      const double frame = collectionView->size().width() > 0 ? collectionView->size().width() : 370;
+                                      const double width = frame / 2 - 10;
                                       return ListRow{QStringLiteral("sprayCell"),
                                                      {{QStringLiteral("nameLabel"), e.title},
                                                       {QStringLiteral("imgView"), service::Roots::ProductSiteBase + e.image}},

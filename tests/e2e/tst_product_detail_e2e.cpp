@@ -4,9 +4,11 @@
 #include "EndToEnd.h"
 #include "accounts/DemoAccounts.h"
 #include "catalogue/ProductDetailViewController.h"
+#include "catalogue/SprayProgramViewController.h"
 #include "core/Server.h"
 #include "platform/NavigationController.h"
 #include "platform/SideMenuViewController.h"
+#include "platform/Storyboard.h"
 #include "seeds/SeedScreens.h"
 
 #include <QTest>
@@ -116,6 +118,31 @@ private slots:
         saveScreenshot(window(), QStringLiteral("seeds-canola-detail"));
         canola->tableView2->selectRow(1);
         QTRY_COMPARE(itemsNamed(window()->contentItem(), "MaizeDetailAfter2Img").size(), 1);
+    }
+
+    void farmerReadsASprayProgramme() {
+        startApp();
+        signIn(server::accounts::demoAccount("farmer").phone);
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+        // No menu entry leads here; the screen is opened as its storyboard identifier gives it.
+        content()->pushViewController(platform::Storyboard::instantiateViewControllerWithIdentifier("SprayProgramSB"), true);
+        QTRY_VERIFY_WITH_TIMEOUT(answered("page_166.php"), 5000);
+        auto* grid = qobject_cast<catalogue::SprayProgramViewController*>(content()->topViewController());
+        QVERIFY(grid);
+        QTRY_VERIFY_WITH_TIMEOUT(grid->collectionView->numberOfRows() >= 5, 5000);
+        QTest::qWait(300);
+        saveScreenshot(window(), QStringLiteral("spray-programmes"));
+        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "sprayCell").size() >= 5, 5000);
+        QTest::qWait(600);
+        saveScreenshot(window(), QStringLiteral("spray-programmes"));
+        tapItem(window(), itemsNamed(window()->contentItem(), "sprayCell").first());
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "SprayProgramWebViewController"), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(answered("/site/ilaclama-programlari/bugday"), 15000);
+        QTest::qWait(1200);
+        saveScreenshot(window(), QStringLiteral("spray-programme-page"));
+        tap("closeButtonTapped");
+        QTRY_VERIFY(!itemNamed(window(), "SprayProgramWebViewController"));
     }
 
 private:

@@ -21,6 +21,7 @@ Rectangle {
         boundsBehavior: Flickable.StopAtBounds
         model: root.controller.collectionView.rows
         onWidthChanged: root.controller.collectionView.size = Qt.size(width, height)
+        Component.onCompleted: root.controller.collectionView.size = Qt.size(width, height)
         delegate: Item {
             id: slot
             required property var values
@@ -30,7 +31,7 @@ Rectangle {
             Rectangle {
                 objectName: "sprayCell"
                 anchors.centerIn: parent
-                width: slot.cellSize.width; height: slot.cellSize.height
+                width: Math.max(slot.cellSize.width, grid.cellWidth - 10); height: slot.cellSize.height
                 radius: Theme.radius; color: Theme.card; border.color: Theme.line
                 clip: true
                 Accessible.role: Accessible.Button
