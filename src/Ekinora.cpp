@@ -2,6 +2,7 @@
 
 #include "accounts/AccountsScreens.h"
 #include "catalogue/CatalogueScreens.h"
+#include "seeds/SeedScreens.h"
 #include "contests/ContestsScreens.h"
 #include "farms/CalendarScreens.h"
 #include "farms/FarmsScreens.h"
@@ -40,6 +41,7 @@ void Ekinora::registerScreens() {
     farms::registerCalendarScreens();
     notifications::registerScreens();
     catalogue::registerScreens();
+    seeds::registerScreens();
     contests::registerScreens();
     grants::registerScreens();
     market::registerScreens();

@@ -1,8 +1,11 @@
 #include "CatalogueScreens.h"
 
 #include "AllProductsViewController.h"
+#include "DocumentViewers.h"
 #include "HomeViewController.h"
+#include "ProductDetailViewController.h"
 #include "SelectedProductViewController.h"
+#include "SprayProgramViewController.h"
 #include "platform/Storyboard.h"
 
 namespace ekinora::catalogue {
@@ -14,6 +17,11 @@ void registerScreens() {
     Storyboard::registerIdentifier(QStringLiteral("HomeSB"), [] { return new HomeViewController; });
     Storyboard::registerIdentifier(QStringLiteral("AllProductsSB"), [] { return new AllProductsViewController; });
     Storyboard::registerIdentifier(QStringLiteral("SelectedProductSB"), [] { return new SelectedProductViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("ProductDetailSB"), [] { return new ProductDetailViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("DocumentViewerSB"), [] { return new DocumentViewerViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("MaizeDocSB"), [] { return new MaizeDocumentViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("SprayProgramSB"), [] { return new SprayProgramViewController; });
+    Storyboard::registerIdentifier(QStringLiteral("SprayProgramWebSB"), [] { return new SprayProgramWebViewController; });
 }
 
 } // namespace ekinora::catalogue

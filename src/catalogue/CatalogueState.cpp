@@ -34,4 +34,8 @@ PROCESS_WIDE(QString, selectedPgroupName, QStringLiteral(""))
 PROCESS_WIDE(QString, selectedIllnessName, QStringLiteral(""))
 PROCESS_WIDE(QString, selectedProductId, QStringLiteral(""))
 
+PROCESS_WIDE(QString, documentPath, QStringLiteral(""))
+PROCESS_WIDE(QString, documentTitle, QStringLiteral(""))
+PROCESS_WIDE(QString, sprayUrl, QStringLiteral(""))
+
 } // namespace ekinora::catalogue

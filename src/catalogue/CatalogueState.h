@@ -46,4 +46,10 @@ QString& selectedIllnessName();
 // The product whose detail opens next.
 QString& selectedProductId();
 
+// The document the viewer opens next; the spray programme page reuses the path for its title.
+QString& documentPath();
+QString& documentTitle();
+// The spray programme page the web screen opens next.
+QString& sprayUrl();
+
 } // namespace ekinora::catalogue

@@ -1,6 +1,8 @@
 #include "catalogue/Catalogue.h"
 
+#include "catalogue/CatalogueDetail.h"
 #include "core/Params.h"
+#include "seeds/Seeds.h"
 
 #include <optional>
 #include <set>
@@ -74,6 +76,7 @@ Json entries(Database& db, const std::string& sql, const std::vector<SqlValue>& 
 }
 
 Json products(Database& db, const ApiCall& call) {
+    if (seeds::isSeedCatalog(Params(call).trimmed("catalog"))) return seeds::products(db, call);
     Params p(call);
     readCatalog(p);
     const Choice choice = readChoice(p);
@@ -121,12 +124,20 @@ Json filters(Database& db, const ApiCall& call) {
     return filterReply(envelope::Ok, "success", "", Json::object(), std::move(data));
 }
 
+// The table block carries its markup with the quotes escaped by backslashes.
+std::string escaped(const std::string& html) {
+    std::string out;
+    for (char c : html) out += c == '"' ? std::string("\\\"") : std::string(1, c);
+    return out;
+}
+
 Json block(std::int64_t id, const std::string& type, const char* key, Json lines) {
     return Json{{"contentItemId", id}, {"type", type}, {"data", Json{{key, std::move(lines)}}}};
 }
 
 // The detail tree: header, fact sheet, picture and the sections of text, list and table.
 Json productDetail(Database& db, const ApiCall& call) {
+    if (seeds::isSeedCatalog(Params(call).trimmed("catalog"))) return seeds::productDetail(db, call);
     Params p(call);
     readCatalog(p);
     const auto id = p.requiredInteger("id", NoProduct, UnknownProduct);
@@ -143,7 +154,7 @@ Json productDetail(Database& db, const ApiCall& call) {
     const std::string group = (*row).at("grp");
     const std::string picture = call.baseUrl + (*row).at("image_path").get<std::string>();
     Json uses = Json::array();
-    std::string table = "<table><tr><th>Bitki</th><th>Hastalık/Zararlı/Yabancı Ot</th></tr>";
+    std::string table = "<table class=\"kullanim\" border=\"1\"><tr><th>Bitki</th><th>Hastalık/Zararlı/Yabancı Ot</th></tr>";
     for (auto& use : db.query("SELECT pl.name AS plant, i.name AS illness FROM catalogue_uses u"
                               " JOIN catalogue_plants pl ON pl.id = u.plant_id"
                               " JOIN catalogue_illnesses i ON i.id = u.illness_id"
@@ -166,7 +177,28 @@ Json productDetail(Database& db, const ApiCall& call) {
     contents.push_back(Json{{"id", 2},
                             {"header", "Kullanım Alanları"},
                             {"data", Json::array({block(3, "list", "list", uses),
-                                                  block(4, "table", "table", Json::array({table}))})}});
+                                                  block(4, "table", "table", Json::array({escaped(table)}))})}});
+    // Blocks of the seed details, which this detail leaves out.
+    contents.push_back(Json{{"id", 3},
+                            {"header", "Uygulama Önerileri"},
+                            {"data", Json::array({Json{{"contentItemId", 5}, {"type", "image"},
+                                                       {"data", Json{{"image", Json{{"src", picture}}}}}},
+                                                  block(6, "paragraph", "paragraph",
+                                                        Json::array({"İlacı, ilaçlama tankı yarıya kadar doldurulduktan sonra "
+                                                                     "karıştırarak ekleyiniz; rüzgârsız ve serin saatlerde uygulayınız.",
+                                                                     "Aynı sezonda aynı etki mekanizmasına sahip ürünü art arda "
+                                                                     "kullanmayınız."})),
+                                                  Json{{"contentItemId", 7}, {"type", "contentBox"},
+                                                       {"data", Json{{"contentBox", Json{{"title", "Karışabilirlik"},
+                                                                                          {"description", "Ön deneme yapınız."},
+                                                                                          {"src", picture}}}}}}})}});
+    contents.push_back(Json{{"id", 4},
+                            {"header", "Uyarılar"},
+                            {"data", Json::array({block(8, "headline", "headline", Json::array({"Dikkat"})),
+                                                  block(9, "list", "list",
+                                                        Json::array({"Çocukların ulaşamayacağı yerde saklayınız.",
+                                                                     "Arıların aktif olduğu saatlerde uygulamayınız.",
+                                                                     "Boş ambalajları toplama noktasına teslim ediniz."}))})}});
     Json data = {{"id", *id},
                  {"title", title},
                  {"slogan", "Tarlanızda güvenle"},
@@ -180,8 +212,8 @@ Json productDetail(Database& db, const ApiCall& call) {
                    {"activeSubstance", substance},
                    {"formulation", (*row).at("formulation")},
                    {"packageSizes", (*row).at("package_sizes")}}},
-                 {"documents", Json::array()},
-                 {"media", Json::array({Json{{"id", *id}, {"fileId", *id}, {"type", "image"}, {"extra", title}, {"path", picture}}})}};
+                 {"documents", productDocuments(*id, call.baseUrl)},
+                 {"media", productMedia(*id, title, picture, call.baseUrl)}};
     return envelope::success(std::move(data));
 }
 
@@ -191,6 +223,7 @@ void registerCatalogueCommands(Dispatch& dispatch, Database& db) {
     dispatch.add("productCatalog/products", Access::Account, products, db);
     dispatch.add("productCatalog/filters", Access::Account, filters, db);
     dispatch.add("productCatalog/product-detail", Access::Account, productDetail, db);
+    registerRegionAttendant(dispatch, db);
 }
 
 } // namespace ekinora::server::catalogue

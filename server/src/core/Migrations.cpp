@@ -1,5 +1,6 @@
 #include "core/Migrations.h"
 #include "catalogue/Catalogue.h"
+#include "seeds/Seeds.h"
 
 namespace ekinora::server {
 
@@ -372,6 +373,8 @@ CREATE TABLE market_places (
     PRIMARY KEY (agrivoid, city_name)
 );
 )sql"},
+        {90, "seeds", seeds::schemaSql()},
+        {91, "seeds_seed", seeds::seedSql()},
     };
     return list;
 }

@@ -8,6 +8,8 @@
 #include "accounts/Registration.h"
 #include "analytics/Collector.h"
 #include "catalogue/Catalogue.h"
+#include "catalogue/CatalogueDetail.h"
+#include "seeds/Seeds.h"
 #include "content/Pages.h"
 #include "contests/Contests.h"
 #include "contests/Upload.h"
@@ -245,6 +247,12 @@ struct Server::Impl {
             if (auto document = farms::calendarDocument(database(), path))
                 return res.set_content(std::move(document->body), document->contentType);
             if (auto document = grants::grantDocument(database(), path, options.clock))
+                return res.set_content(std::move(document->body), document->contentType);
+            if (auto document = catalogue::productDocument(database(), path))
+                return res.set_content(std::move(document->body), document->contentType);
+            if (auto document = catalogue::sprayDocument(path))
+                return res.set_content(std::move(document->body), document->contentType);
+            if (auto document = seeds::seedDocument(database(), path))
                 return res.set_content(std::move(document->body), document->contentType);
         }
         notFound(res);
