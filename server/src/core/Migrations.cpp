@@ -1,5 +1,6 @@
 #include "core/Migrations.h"
 #include "catalogue/Catalogue.h"
+#include "conversations/Conversations.h"
 
 namespace ekinora::server {
 
@@ -372,6 +373,7 @@ CREATE TABLE market_places (
     PRIMARY KEY (agrivoid, city_name)
 );
 )sql"},
+        {80, "conversation_threads", conversations::conversationsSchemaSql()},
     };
     return list;
 }

@@ -10,7 +10,8 @@
 #include "catalogue/Catalogue.h"
 #include "content/Pages.h"
 #include "contests/Contests.h"
-#include "contests/Upload.h"
+#include "media/Upload.h"
+#include "conversations/Conversations.h"
 #include "conversations/Unread.h"
 #include "core/ApiCall.h"
 #include "core/Auth.h"
@@ -145,6 +146,7 @@ struct Server::Impl {
             farms::seedCalendar(*opened);
             content::seedPages(*opened);
             contests::seedContests(*opened, options.clock);
+            conversations::seedConversations(*opened);
 
             auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
                 return accounts::userForToken(*raw, token);
@@ -161,6 +163,7 @@ struct Server::Impl {
             content::registerPageCommands(*table, *opened);
             catalogue::registerCatalogueCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
+            conversations::registerConversationCommands(*table, *opened);
             contests::registerContestCommands(*table, *opened, options.clock);
             grants::registerGrantCommands(*table, *opened, options.clock);
             market::registerMarketCommands(*table, *opened, options.clock);
@@ -229,14 +232,14 @@ struct Server::Impl {
                 return res.set_content(sys::storePage(database()), "text/html; charset=utf-8");
         } else if (path == weather::LegacyPath) {
             if (method == "GET") return legacyWeather(req, res);
-        } else if (path == contests::UploadPath || path + "/" == contests::UploadPath) {
+        } else if (path == media::UploadPath || path + "/" == media::UploadPath) {
             if (method == "POST") {
-                const Json reply = contests::upload(*dispatch, database(), req, requestBaseUrl(req));
+                const Json reply = media::upload(*dispatch, database(), req, requestBaseUrl(req));
                 t_context.envelopeStatus = reply.value("status", 0);
                 return sendJson(res, reply);
             }
-        } else if (path.rfind(contests::UploadedPrefix, 0) == 0) {
-            if ((method == "GET" || method == "HEAD") && contests::serveUpload(database(), path, res)) return;
+        } else if (path.rfind(media::UploadedPrefix, 0) == 0) {
+            if ((method == "GET" || method == "HEAD") && media::serveUpload(database(), path, res)) return;
         } else if (path.rfind("/static/", 0) == 0) {
             if ((method == "GET" || method == "HEAD") && serveStatic(path.substr(8), res)) return;
         } else if (demo) {

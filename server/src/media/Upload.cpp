@@ -1,4 +1,4 @@
-#include "contests/Upload.h"
+#include "media/Upload.h"
 
 #include "accounts/Accounts.h"
 #include "core/Auth.h"
@@ -11,8 +11,10 @@
 #include <fstream>
 #include <random>
 #include <set>
+#include <utility>
+#include <vector>
 
-namespace ekinora::server::contests {
+namespace ekinora::server::media {
 
 namespace fs = std::filesystem;
 
@@ -46,11 +48,26 @@ const char* pictureExtension(const std::string& bytes) {
     return nullptr;
 }
 
+// An MP4 or QuickTime video by its first box ("ftyp" after the box size); nullptr otherwise.
+const char* videoExtension(const std::string& bytes) {
+    if (bytes.size() > 12 && bytes.compare(4, 4, "ftyp") == 0) return ".mp4";
+    return nullptr;
+}
+
+// The conversation message is the one command that takes a video, with its preview beside it.
+bool takesVideo(const std::string& command) { return command == "subject/message/send"; }
+
 bool validName(const std::string& name) {
     if (name.size() != 36) return false;
     for (size_t i = 0; i < 32; ++i)
         if (!std::isxdigit(static_cast<unsigned char>(name[i]))) return false;
-    return name.substr(32) == ".jpg" || name.substr(32) == ".png";
+    return name.substr(32) == ".jpg" || name.substr(32) == ".png" || name.substr(32) == ".mp4";
+}
+
+const char* contentType(const std::string& name) {
+    if (name.substr(32) == ".png") return "image/png";
+    if (name.substr(32) == ".mp4") return "video/mp4";
+    return "image/jpeg";
 }
 
 } // namespace
@@ -65,50 +82,73 @@ Json upload(const Dispatch& dispatch, Database& db, const httplib::Request& req,
     ApiCall call;
     call.method = "POST";
     call.baseUrl = baseUrl;
-    const httplib::MultipartFormData* picture = nullptr;
+    const httplib::MultipartFormData* main = nullptr;
+    const httplib::MultipartFormData* preview = nullptr;
     for (const auto& [name, part] : req.files) {
         if (part.filename.empty()) {
             if (!call.params.contains(name)) call.params[name] = part.content;
-        } else if (name == "upload[0]" && !picture) {
-            picture = &part;
+        } else if (name == "upload[0]" && !main) {
+            main = &part;
+        } else if (name == "upload[1]" && !preview) {
+            preview = &part;
         }
     }
-    call.params.erase("upload"); // only a stored picture's name goes under it
+    // Only stored files' names go under these.
+    call.params.erase("upload");
+    call.params.erase("preview");
     call.command = call.params.value("do", std::string());
     std::optional<std::string> authorization;
     if (req.has_header("Authorization")) authorization = req.get_header_value("Authorization");
     call.token = auth::bearerToken(authorization, call.params);
     if (!TakesPictures.count(call.command)) return envelope::rejection({{"do", "Bu işlemle dosya gönderilemez."}});
+    if (!takesVideo(call.command)) preview = nullptr;
 
-    // The picture is kept only for a signed-in account; without one the command refuses by itself.
-    std::string stored;
-    fs::path file;
-    if (const auto caller = picture ? accounts::userForToken(db, call.token) : std::nullopt) {
-        const char* extension = pictureExtension(picture->content);
-        if (!extension) return envelope::rejection({{"upload", "Yalnızca JPEG ya da PNG fotoğraf gönderilebilir."}});
+    // Files are kept only for a signed-in account; without one the command refuses by itself.
+    std::vector<std::pair<std::string, fs::path>> stored;
+    auto forget = [&] {
+        std::error_code error;
+        for (const auto& [name, file] : stored) {
+            fs::remove(file, error);
+            db.execute("DELETE FROM media_uploads WHERE name = ? AND claimed = 0", {name});
+        }
+    };
+    if (const auto caller = main ? accounts::userForToken(db, call.token) : std::nullopt) {
         const fs::path folder = uploadsFolder(db);
         std::error_code error;
         fs::create_directories(folder, error);
-        stored = randomName(extension);
-        file = folder / stored;
-        std::ofstream out(file, std::ios::binary);
-        out.write(picture->content.data(), std::streamsize(picture->content.size()));
-        out.close();
-        if (!out) {
-            fs::remove(file, error);
+        auto keep = [&](const httplib::MultipartFormData& part, const char* extension, const char* param) {
+            const std::string name = randomName(extension);
+            const fs::path file = folder / name;
+            std::ofstream out(file, std::ios::binary);
+            out.write(part.content.data(), std::streamsize(part.content.size()));
+            out.close();
+            if (!out) {
+                fs::remove(file, error);
+                return false;
+            }
+            db.execute("INSERT INTO media_uploads (name, user_id, size, created_at) VALUES (?, ?, ?, strftime('%s', 'now'))",
+                       {name, caller->id, std::int64_t(part.content.size())});
+            stored.emplace_back(name, file);
+            call.params[param] = name;
+            return true;
+        };
+        const char* extension = pictureExtension(main->content);
+        if (!extension && takesVideo(call.command)) extension = videoExtension(main->content);
+        if (!extension)
+            return envelope::rejection({{"upload", takesVideo(call.command)
+                                                       ? "Yalnızca JPEG ya da PNG fotoğraf veya MP4 video gönderilebilir."
+                                                       : "Yalnızca JPEG ya da PNG fotoğraf gönderilebilir."}});
+        const char* previewExtension = preview ? pictureExtension(preview->content) : nullptr;
+        if (preview && !previewExtension)
+            return envelope::rejection({{"upload", "Videonun önizlemesi JPEG ya da PNG olmalıdır."}});
+        if (!keep(*main, extension, "upload") || (preview && !keep(*preview, previewExtension, "preview"))) {
+            forget();
             return envelope::failure(envelope::ServerError, envelope::ServerErrorText);
         }
-        db.execute("INSERT INTO media_uploads (name, user_id, size, created_at) VALUES (?, ?, ?, strftime('%s', 'now'))",
-                   {stored, caller->id, std::int64_t(picture->content.size())});
-        call.params["upload"] = stored;
     }
     Json reply = dispatch.handle(std::move(call));
-    if (!stored.empty() && reply.value("status", 0) != envelope::Ok) {
-        // Refused: the picture goes with the answer it came for.
-        std::error_code error;
-        fs::remove(file, error);
-        db.execute("DELETE FROM media_uploads WHERE name = ? AND claimed = 0", {stored});
-    }
+    // Refused: the files go with the message they came for.
+    if (reply.value("status", 0) != envelope::Ok) forget();
     return reply;
 }
 
@@ -126,8 +166,8 @@ bool serveUpload(Database& db, const std::string& path, httplib::Response& res) 
     std::ifstream in(uploadsFolder(db) / name, std::ios::binary);
     if (!in) return false;
     std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    res.set_content(std::move(bytes), name.substr(32) == ".png" ? "image/png" : "image/jpeg");
+    res.set_content(std::move(bytes), contentType(name));
     return true;
 }
 
-} // namespace ekinora::server::contests
+} // namespace ekinora::server::media
