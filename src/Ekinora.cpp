@@ -3,6 +3,7 @@
 #include "accounts/AccountsScreens.h"
 #include "catalogue/CatalogueScreens.h"
 #include "contests/ContestsScreens.h"
+#include "conversations/ConversationsScreens.h"
 #include "farms/CalendarScreens.h"
 #include "farms/FarmsScreens.h"
 #include "grants/GrantsScreens.h"
@@ -39,6 +40,7 @@ void Ekinora::registerScreens() {
     notifications::registerScreens();
     catalogue::registerScreens();
     contests::registerScreens();
+    conversations::registerScreens();
     grants::registerScreens();
     market::registerScreens();
     // Main screens still to come stand as pages with their menu label.
