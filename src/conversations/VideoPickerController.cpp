@@ -59,12 +59,12 @@ void VideoPickerController::frameAtHalf(const QUrl& video, QObject* context, std
     QObject::connect(player, &QMediaPlayer::mediaStatusChanged, player, [player](QMediaPlayer::MediaStatus status) {
         if (status == QMediaPlayer::LoadedMedia) {
             player->setPosition(player->duration() / 2);
-            player->pause();
+            player->play();
         }
     });
     QObject::connect(sink, &QVideoSink::videoFrameChanged, player, [player, finish](const QVideoFrame& frame) {
         // The frame shown once the half-way position is reached.
-        if (player->duration() > 0 && player->position() >= player->duration() / 2 - 1 && frame.isValid())
+        if (player->duration() > 0 && player->position() >= player->duration() / 2 - 100 && frame.isValid())
             finish(frame.toImage());
     });
     QObject::connect(player, &QMediaPlayer::errorOccurred, player, [finish] { finish(QImage()); });

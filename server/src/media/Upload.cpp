@@ -101,7 +101,8 @@ Json upload(const Dispatch& dispatch, Database& db, const httplib::Request& req,
     if (req.has_header("Authorization")) authorization = req.get_header_value("Authorization");
     call.token = auth::bearerToken(authorization, call.params);
     if (!TakesPictures.count(call.command)) return envelope::rejection({{"do", "Bu işlemle dosya gönderilemez."}});
-    if (!takesVideo(call.command)) preview = nullptr;
+    // A preview that could not be made comes empty: the video goes without one.
+    if (!takesVideo(call.command) || (preview && preview->content.empty())) preview = nullptr;
 
     // Files are kept only for a signed-in account; without one the command refuses by itself.
     std::vector<std::pair<std::string, fs::path>> stored;

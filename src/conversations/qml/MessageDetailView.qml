@@ -166,7 +166,13 @@ Rectangle {
                             font.capitalization: Font.MixedCase
                             font.pixelSize: 15
                             font.bold: true
-                            palette.buttonText: "white"
+                            contentItem: Text {
+                                text: parent.text
+                                color: "white"
+                                font: parent.font
+                                horizontalAlignment: Text.AlignHCenter
+                                verticalAlignment: Text.AlignVCenter
+                            }
                             background: Rectangle { radius: Theme.radius; color: Theme.cerulean }
                             onClicked: root.controller.sendMessageStatus()
                         }

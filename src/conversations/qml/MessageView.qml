@@ -37,6 +37,9 @@ Rectangle {
             width: ListView.view.width
             height: 84
             padding: 0
+            topInset: 0
+            bottomInset: 0
+            background: Rectangle { color: Theme.card }
             Accessible.name: (content.lblMessage || "") + ", " + (content.lblReadCheck || "")
             onClicked: root.controller.tblMessage.selectRow(row)
 

@@ -75,7 +75,13 @@ Rectangle {
                 font.capitalization: Font.MixedCase
                 font.pixelSize: 18
                 font.weight: Font.Medium
-                palette.buttonText: "white"
+                contentItem: Text {
+                    text: parent.text
+                    color: "white"
+                    font: parent.font
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                }
                 onClicked: root.controller.doneButtonPressed()
             }
         }
