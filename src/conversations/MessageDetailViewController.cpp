@@ -91,7 +91,9 @@ void MessageDetailViewController::getMessages() {
 
 void MessageDetailViewController::scrollToTableBottom() {
     if (arrMessages.isEmpty()) return;
-    emit scrollToRow(int(arrMessages.size()) - 1);
+    m_scrollTarget = int(arrMessages.size()) - 1;
+    ++m_scrollRequest;
+    emit scrollToRow(m_scrollTarget);
 }
 
 int MessageDetailViewController::numberOfRows() const {
@@ -140,9 +142,13 @@ void MessageDetailViewController::didSelectRow(int row) {
     if (row >= arrMessages.size() || !hasImage(arrMessages.at(row))) return;
     viewImage->setImageUrl(QUrl(member(arrMessages.at(row), QStringLiteral("image")).toString()));
     viewImage->setHidden(false);
+    emit viewerChanged();
 }
 
-void MessageDetailViewController::closeViewImage() { viewImage->setHidden(true); }
+void MessageDetailViewController::closeViewImage() {
+    viewImage->setHidden(true);
+    emit viewerChanged();
+}
 
 void MessageDetailViewController::sendMessage(QObject*) {
     MessageRequest request;

@@ -27,6 +27,10 @@ class MessageDetailViewController : public platform::ViewController {
     UI_OUTLET(ekinora::platform::Button, btnVideo)
     UI_OUTLET(ekinora::platform::ImageView, viewImage)
     UI_OUTLET(ekinora::platform::LayoutConstraint, constraintKeyboard)
+    Q_PROPERTY(QUrl viewerImage READ viewerImage NOTIFY viewerChanged)
+    Q_PROPERTY(bool viewerOpen READ viewerOpen NOTIFY viewerChanged)
+    Q_PROPERTY(int scrollRequest READ scrollRequest NOTIFY scrollToRow)
+    Q_PROPERTY(int scrollTarget READ scrollTarget NOTIFY scrollToRow)
 public:
     explicit MessageDetailViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
@@ -48,6 +52,12 @@ public:
 
     void viewDidLoad() override;
 
+    // The picture of the open viewer; empty while it is closed.
+    QUrl viewerImage() const { return viewImage->isHidden() ? QUrl() : viewImage->imageUrl(); }
+    bool viewerOpen() const { return !viewImage->isHidden(); }
+    int scrollRequest() const { return m_scrollRequest; }
+    int scrollTarget() const { return m_scrollTarget; }
+
     void getMessages();
     // The rows: n messages, and the closing row unless an asker looks at a new subject.
     int numberOfRows() const;
@@ -62,6 +72,7 @@ public:
 signals:
     // The last message comes to the top of the table.
     void scrollToRow(int row);
+    void viewerChanged();
 
 public slots:
     void sendMessage(QObject* sender = nullptr);
@@ -73,6 +84,8 @@ public slots:
     void scrollToTableBottom();
 
 private:
+    int m_scrollRequest = 0;
+    int m_scrollTarget = -1;
     void pickedImage(const QImage& picture);
     void pickedVideo(const QUrl& url, const QImage& frame);
 };

@@ -74,10 +74,9 @@ Rectangle {
             boundsBehavior: Flickable.StopAtBounds
             model: root.controller.tblMessages.rows
             onWidthChanged: root.controller.tblMessages.size = Qt.size(width, height)
-            Connections {
-                target: root.controller
-                function onScrollToRow(row) { table.positionViewAtIndex(row, ListView.Beginning) }
-            }
+            // Each request of the screen to bring its last message up.
+            readonly property int scrollRequest: root.controller.scrollRequest
+            onScrollRequestChanged: positionViewAtIndex(root.controller.scrollTarget, ListView.Beginning)
 
             delegate: Item {
                 id: cell
@@ -110,7 +109,6 @@ Rectangle {
                         anchors { left: parent.left; right: parent.right; top: parent.top; bottom: bubbleDate.top; margins: 6 }
                         fillMode: Image.PreserveAspectCrop
                         asynchronous: true
-                        sourceSize: Qt.size(width * 2, height * 2)
                         source: cell.media ? (cell.content.imgPhoto || "") : ""
                         layer.enabled: status === Image.Ready
                     }
@@ -167,9 +165,10 @@ Rectangle {
                             font.pixelSize: 15
                             font.bold: true
                             contentItem: Text {
-                                text: parent.text
+                                text: cell.content.buttonAction || ""
                                 color: "white"
-                                font: parent.font
+                                font.pixelSize: 15
+                                font.bold: true
                                 horizontalAlignment: Text.AlignHCenter
                                 verticalAlignment: Text.AlignVCenter
                             }
@@ -199,7 +198,6 @@ Rectangle {
                 model: root.controller.txtMessage
                 anchors { left: video.right; right: send.left; leftMargin: 4; rightMargin: 4; verticalCenter: parent.verticalCenter }
                 font.pixelSize: 15
-                onActiveFocusChanged: if (!activeFocus) root.controller.keyboardWillHide(root.controller.keyboardHeight)
             }
             FilledButton {
                 id: send
@@ -221,7 +219,7 @@ Rectangle {
         height: parent ? parent.height : 0
         padding: 0
         modal: true
-        visible: !root.controller.viewImage.hidden
+        visible: root.controller.viewerOpen
         closePolicy: Popup.NoAutoClose
         background: Rectangle { color: Theme.ink }
         Image {
@@ -230,7 +228,7 @@ Rectangle {
             height: parent.height - 144
             fillMode: Image.PreserveAspectFit
             asynchronous: true
-            source: root.controller.viewImage.imageUrl
+            source: root.controller.viewerImage
         }
         ToolButton {
             objectName: "closeViewImage"

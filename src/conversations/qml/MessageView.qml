@@ -21,45 +21,61 @@ Rectangle {
         model: root.controller.tblMessage.rows
         footer: Item { width: 1; height: 0 }
         onWidthChanged: root.controller.tblMessage.size = Qt.size(width, height)
-        onDragEnded: Qt.callLater(function() {
-            var last = table.indexAt(table.width / 2, table.contentY + table.height - 2)
-            if (last < 0) last = table.count - 1
-            root.controller.scrollViewDidEndDragging(last, table.flicking)
-        })
+        // Read once the drag has ended, when the list knows whether it flicks on.
+        onDragEnded: dragEnd.start()
+        Timer {
+            id: dragEnd
+            interval: 0
+            onTriggered: {
+                var last = table.indexAt(table.width / 2, table.contentY + table.height - 2)
+                if (last < 0) last = table.count - 1
+                root.controller.scrollViewDidEndDragging(last, table.flicking)
+            }
+        }
 
-        delegate: SwipeDelegate {
+        delegate: Item {
             id: cell
             required property string reuseIdentifier
             required property var values
             required property int row
             readonly property var content: values
             objectName: reuseIdentifier
-            width: ListView.view.width
+            width: table.width
             height: 84
-            padding: 0
-            topInset: 0
-            bottomInset: 0
-            background: Rectangle { color: Theme.card }
+            clip: true
+            Accessible.role: Accessible.Button
             Accessible.name: (content.lblMessage || "") + ", " + (content.lblReadCheck || "")
-            onClicked: root.controller.tblMessage.selectRow(row)
 
-            swipe.right: Rectangle {
+            // Behind the row, uncovered by a swipe to the left.
+            Rectangle {
                 objectName: "Sil"
+                anchors { right: parent.right; top: parent.top; bottom: parent.bottom }
                 width: 88
-                height: cell.height
-                anchors.right: parent.right
                 color: Qt.rgba(0.9019607843137255, 0.6352941176470588, 0.011764705882352941, 1)
-                Text { anchors.centerIn: parent; text: "Sil"; color: "white"; font.pixelSize: Theme.bodySize; font.bold: true }
+                Text { anchors.centerIn: parent; text: "Sil"; color: "white"; font.pixelSize: 16; font.bold: true }
                 MouseArea {
                     anchors.fill: parent
-                    onClicked: { cell.swipe.close(); root.controller.deleteRow(cell.row) }
+                    onClicked: { front.x = 0; root.controller.deleteRow(cell.row) }
                 }
             }
 
-            contentItem: Rectangle {
+            Rectangle {
+                id: front
+                width: parent.width
+                height: parent.height
                 color: Theme.card
+                Behavior on x { NumberAnimation { duration: 150 } }
+                MouseArea {
+                    anchors.fill: parent
+                    drag.target: front
+                    drag.axis: Drag.XAxis
+                    drag.minimumX: -88
+                    drag.maximumX: 0
+                    onReleased: front.x = front.x < -44 ? -88 : 0
+                    onClicked: if (front.x === 0) root.controller.tblMessage.selectRow(cell.row)
+                }
                 Column {
-                    anchors { left: parent.left; right: status.left; verticalCenter: parent.verticalCenter; leftMargin: Theme.margin; rightMargin: 8 }
+                    anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 16; rightMargin: 160 }
                     spacing: 3
                     Text {
                         objectName: "lblName"
@@ -89,32 +105,33 @@ Rectangle {
                     }
                 }
                 Rectangle {
-                    id: status
                     objectName: "viewReadCheck"
                     visible: (cell.content.lblReadCheck || "").length > 0
-                    anchors { right: parent.right; verticalCenter: parent.verticalCenter; rightMargin: Theme.margin }
-                    width: readCheck.implicitWidth + 22
+                    anchors { right: parent.right; verticalCenter: parent.verticalCenter; rightMargin: 16 }
+                    width: 136
                     height: 26
                     radius: 13
                     color: "transparent"
                     border.color: cell.content.readColor || Theme.ink
-                    Rectangle {
-                        objectName: "imgReadColor"
-                        x: 8; anchors.verticalCenter: parent.verticalCenter
-                        width: 6; height: 6; radius: 3
-                        color: cell.content.readColor || Theme.ink
-                    }
-                    Text {
-                        id: readCheck
-                        objectName: "lblReadCheck"
-                        x: 17; anchors.verticalCenter: parent.verticalCenter
-                        text: cell.content.lblReadCheck || ""
-                        color: cell.content.readColor || Theme.ink
-                        font.pixelSize: 11
-                        font.bold: true
+                    Row {
+                        anchors.centerIn: parent
+                        spacing: 5
+                        Rectangle {
+                            objectName: "imgReadColor"
+                            anchors.verticalCenter: parent.verticalCenter
+                            width: 6; height: 6; radius: 3
+                            color: cell.content.readColor || Theme.ink
+                        }
+                        Text {
+                            objectName: "lblReadCheck"
+                            text: cell.content.lblReadCheck || ""
+                            color: cell.content.readColor || Theme.ink
+                            font.pixelSize: 11
+                            font.bold: true
+                        }
                     }
                 }
-                Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom; leftMargin: Theme.margin } height: 1; color: Theme.divider }
+                Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom; leftMargin: 16 } height: 1; color: Theme.divider }
             }
         }
     }

@@ -19,7 +19,7 @@ Rectangle {
         color: Theme.card
         Text {
             anchors.centerIn: parent
-            text: root.controller.title
+            text: "Yeni Soru"
             color: Theme.ink
             font.pixelSize: Theme.headingSize
             font.bold: true
@@ -76,9 +76,10 @@ Rectangle {
                 font.pixelSize: 18
                 font.weight: Font.Medium
                 contentItem: Text {
-                    text: parent.text
+                    text: "Gönder"
                     color: "white"
-                    font: parent.font
+                    font.pixelSize: 18
+                    font.weight: Font.Medium
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
                 }

@@ -17,7 +17,7 @@ Rectangle {
         color: Theme.card
         Text {
             anchors.centerIn: parent
-            text: root.controller.title
+            text: "Video Seç"
             color: Theme.ink
             font.pixelSize: Theme.headingSize
             font.bold: true
