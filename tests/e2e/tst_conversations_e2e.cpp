@@ -73,6 +73,8 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT((row = cellTitled(QStringLiteral("Arpada yaprak lekesi"))), 5000);
         QCOMPARE(childText(row, "lblName"), QStringLiteral("Hasan Doğru"));
         QCOMPARE(childText(row, "lblReadCheck"), QStringLiteral("İLETİLDİ"));
+        settle();
+        saveScreenshot(window(), QStringLiteral("conversations-list-agronomist"));
         tapItem(window(), row);
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "OutgoingMediaCell"), 5000);
         QTRY_COMPARE(childText(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Soru cevaplandı mı?"));

@@ -75,7 +75,7 @@ Rectangle {
                     onClicked: if (front.x === 0) root.controller.tblMessage.selectRow(cell.row)
                 }
                 Column {
-                    anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 16; rightMargin: 160 }
+                    anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 16; rightMargin: 172 }
                     spacing: 3
                     Text {
                         objectName: "lblName"
@@ -108,7 +108,7 @@ Rectangle {
                     objectName: "viewReadCheck"
                     visible: (cell.content.lblReadCheck || "").length > 0
                     anchors { right: parent.right; verticalCenter: parent.verticalCenter; rightMargin: 16 }
-                    width: 136
+                    width: 148
                     height: 26
                     radius: 13
                     color: "transparent"
