@@ -18,7 +18,8 @@ const std::string Member = testing::tokenOf("loyalty");
 const std::string Staff = testing::tokenOf("adminUser");
 
 const std::string Jpeg = std::string("\xFF\xD8\xFF\xE0", 4) + std::string(300, 'j') + "\xFF\xD9";
-const std::string Mp4 = std::string("\0\0\0\x18" "ftypmp42", 12) + std::string(4000, 'v');
+// Larger than the service's usual body limit, which only a video may pass.
+const std::string Mp4 = std::string("\0\0\0\x18" "ftypmp42", 12) + std::string(3 * 1024 * 1024, 'v');
 
 } // namespace
 
@@ -117,6 +118,8 @@ private slots:
         // Not a video nor a picture, or a preview that is not a picture: refused and nothing kept.
         QCOMPARE(upload(id, {{"upload[0]", "RIFF....AVI ", "video.mp4", "video/mp4"}}).status(), 400);
         QCOMPARE(upload(id, {{"upload[1]", "GIF89a", "photo.jpg", "image/jpeg"}, {"upload[0]", Mp4, "video.mp4", "video/mp4"}}).status(), 400);
+        const std::string bigPicture = Jpeg + std::string(1024 * 1024, 'j');
+        JCOMPARE(upload(id, {{"upload[0]", bigPicture, "photo.jpg", "image/jpeg"}}).json["errors"]["upload"], Json("Fotoğraf en fazla 1 MB olabilir."));
         QCOMPARE(s->db->scalar("SELECT COUNT(*) FROM media_uploads"), std::int64_t(0));
 
         QCOMPARE(upload(id, {{"upload[1]", Jpeg, "photo.jpg", "image/jpeg"}, {"upload[0]", Mp4, "video.mp4", "video/mp4"}}).status(), 200);

@@ -5,6 +5,7 @@
 #include "EndToEnd.h"
 #include "accounts/DemoAccounts.h"
 #include "contests/ImagePickerController.h"
+#include "conversations/MessageRequest.h"
 #include "conversations/VideoPickerController.h"
 #include "core/Database.h"
 #include "core/Server.h"
@@ -110,6 +111,48 @@ private slots:
                  std::int64_t(1));
     }
 
+    void aLargeVideoGoesUpStreamed() {
+        startApp();
+        signIn(server::accounts::demoAccount("farmer").phone);
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
+        const std::int64_t subject = db().scalar("SELECT MIN(s.id) FROM subjects s JOIN users u ON u.id = s.user_id"
+                                                 " WHERE u.phone = ?", {server::accounts::demoAccount("farmer").phone});
+        // A 48 MiB video: its first box, then filler.
+        const QString path = videos.filePath(QStringLiteral("uzun.mp4"));
+        {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(QByteArray("\0\0\0\x18" "ftypmp42", 12));
+            const QByteArray block(1024 * 1024, 'v');
+            for (int i = 0; i < 48; ++i) file.write(block);
+        }
+        const qint64 size = QFileInfo(path).size();
+        conversations::MessageRequest request;
+        request.doParam = QStringLiteral("omr/upload");
+        request.subjectID = qint64(subject);
+        request.objectID = QStringLiteral("0");
+        QImage frame(64, 48, QImage::Format_RGB32);
+        frame.fill(Qt::darkGreen);
+        request.mediaData = conversations::jpegOf(frame);
+        request.mediaURL = QUrl::fromLocalFile(path);
+        request.fileType = QStringLiteral("video");
+        const qint64 before = residentBytes();
+        qint64 peak = before;
+        bool done = false;
+        QJsonValue reply;
+        request.sendMedia([&](const QJsonValue& r) { reply = r; done = true; }, [&](const QJsonValue& r) { reply = r; done = true; });
+        while (!done) {
+            QTest::qWait(20);
+            peak = std::max(peak, residentBytes());
+        }
+        QCOMPARE(reply.toObject().value("status").toInt(), 200);
+        const auto stored = db().queryRow("SELECT size FROM media_uploads WHERE name LIKE '%.mp4'");
+        QVERIFY(stored);
+        QCOMPARE((*stored)["size"].get<std::int64_t>(), size);
+        // Neither the app nor the service in this process held the file whole.
+        QVERIFY2(peak - before < size / 2, qPrintable(QStringLiteral("grew by %1 bytes").arg(peak - before)));
+    }
+
 private:
     QTemporaryDir dbDir;
     QTemporaryDir photos;
@@ -129,6 +172,14 @@ private:
         const QString folder = self.isAbsolute() ? self.path()
                                                  : QCoreApplication::applicationDirPath() + QStringLiteral("/../") + self.path();
         return QDir(folder).filePath(relative);
+    }
+
+    static qint64 residentBytes() {
+        QFile status(QStringLiteral("/proc/self/status"));
+        if (!status.open(QIODevice::ReadOnly)) return 0;
+        for (const QByteArray& line : status.readAll().split('\n'))
+            if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ').first().toLongLong() * 1024;
+        return 0;
     }
 
     void settle() {

@@ -7,7 +7,9 @@
 #include <httplib.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <memory>
 #include <fstream>
 #include <random>
 #include <set>
@@ -76,21 +78,95 @@ std::string uploadUrl(const std::string& baseUrl, const std::string& name) {
     return baseUrl + UploadedPrefix + name;
 }
 
-Json upload(const Dispatch& dispatch, Database& db, const httplib::Request& req, const std::string& baseUrl) {
-    if (!req.is_multipart_form_data())
+namespace {
+
+// One part of the form as it arrives: a text field kept in memory, a file written to disk as it comes.
+struct IncomingPart {
+    std::string name;
+    bool file = false;
+    std::string text;    // a field's value, or a file's first bytes (enough to know its kind)
+    fs::path path;       // where a file is being written
+    std::ofstream out;
+    std::uint64_t size = 0;
+};
+
+constexpr size_t FieldLimit = 64 * 1024;
+constexpr size_t SniffBytes = 16;
+
+} // namespace
+
+Json upload(const Dispatch& dispatch, Database& db, const httplib::Request& req, const httplib::ContentReader& reader,
+            const std::string& baseUrl) {
+    if (!req.is_multipart_form_data()) {
+        reader([](const char*, size_t) { return true; });
         return envelope::rejection({{"upload", "Gönderilen form okunamadı."}});
+    }
+    const fs::path folder = uploadsFolder(db);
+    std::error_code error;
+    fs::create_directories(folder, error);
+
+    // The parts stream in; files go to disk under temporary names until the command takes them.
+    std::vector<std::unique_ptr<IncomingPart>> parts;
+    bool tooLarge = false;
+    std::uint64_t total = 0;
+    const bool read = reader(
+        [&](const httplib::MultipartFormData& header) {
+            auto part = std::make_unique<IncomingPart>();
+            part->name = header.name;
+            part->file = !header.filename.empty();
+            if (part->file && (header.name == "upload[0]" || header.name == "upload[1]")) {
+                part->path = folder / ("incoming-" + randomName(".part"));
+                part->out.open(part->path, std::ios::binary);
+            }
+            parts.push_back(std::move(part));
+            return true;
+        },
+        [&](const char* data, size_t length) {
+            IncomingPart& part = *parts.back();
+            total += length;
+            if (total > UploadLimit) {
+                tooLarge = true;
+                return false;
+            }
+            if (!part.file) {
+                if (part.text.size() + length > FieldLimit) return tooLarge = true, false;
+                part.text.append(data, length);
+                return true;
+            }
+            if (part.text.size() < SniffBytes) part.text.append(data, std::min(length, SniffBytes - part.text.size()));
+            part.size += length;
+            if (part.out.is_open()) part.out.write(data, std::streamsize(length));
+            return true;
+        });
+    auto discard = [&] {
+        for (auto& part : parts) {
+            if (part->out.is_open()) part->out.close();
+            if (!part->path.empty()) fs::remove(part->path, error);
+        }
+    };
+    if (tooLarge) {
+        discard();
+        return envelope::failure(envelope::TooLarge, "Gönderilen dosya çok büyük, en fazla 64 MB gönderilebilir.");
+    }
+    if (!read) {
+        discard();
+        return envelope::rejection({{"upload", "Gönderilen form okunamadı."}});
+    }
+    for (auto& part : parts)
+        if (part->out.is_open()) part->out.close();
+
     ApiCall call;
     call.method = "POST";
     call.baseUrl = baseUrl;
-    const httplib::MultipartFormData* main = nullptr;
-    const httplib::MultipartFormData* preview = nullptr;
-    for (const auto& [name, part] : req.files) {
-        if (part.filename.empty()) {
-            if (!call.params.contains(name)) call.params[name] = part.content;
-        } else if (name == "upload[0]" && !main) {
-            main = &part;
-        } else if (name == "upload[1]" && !preview) {
-            preview = &part;
+    IncomingPart* main = nullptr;
+    IncomingPart* preview = nullptr;
+    for (auto& part : parts) {
+        if (!part->file) {
+            if (!call.params.contains(part->name)) call.params[part->name] = part->text;
+        } else if (part->name == "upload[0]" && !main) {
+            main = part.get();
+        } else if (part->name == "upload[1]" && !preview) {
+            preview = part.get();
         }
     }
     // Only stored files' names go under these.
@@ -100,53 +176,57 @@ Json upload(const Dispatch& dispatch, Database& db, const httplib::Request& req,
     std::optional<std::string> authorization;
     if (req.has_header("Authorization")) authorization = req.get_header_value("Authorization");
     call.token = auth::bearerToken(authorization, call.params);
-    if (!TakesPictures.count(call.command)) return envelope::rejection({{"do", "Bu işlemle dosya gönderilemez."}});
+    if (!TakesPictures.count(call.command)) {
+        discard();
+        return envelope::rejection({{"do", "Bu işlemle dosya gönderilemez."}});
+    }
     // A preview that could not be made comes empty: the video goes without one.
-    if (!takesVideo(call.command) || (preview && preview->content.empty())) preview = nullptr;
+    if (!takesVideo(call.command) || (preview && preview->size == 0)) preview = nullptr;
 
     // Files are kept only for a signed-in account; without one the command refuses by itself.
     std::vector<std::pair<std::string, fs::path>> stored;
     auto forget = [&] {
-        std::error_code error;
         for (const auto& [name, file] : stored) {
             fs::remove(file, error);
             db.execute("DELETE FROM media_uploads WHERE name = ? AND claimed = 0", {name});
         }
     };
-    if (const auto caller = main ? accounts::userForToken(db, call.token) : std::nullopt) {
-        const fs::path folder = uploadsFolder(db);
-        std::error_code error;
-        fs::create_directories(folder, error);
-        auto keep = [&](const httplib::MultipartFormData& part, const char* extension, const char* param) {
+    const auto caller = main ? accounts::userForToken(db, call.token) : std::nullopt;
+    if (caller) {
+        auto keep = [&](const IncomingPart& part, const char* extension, const char* param) {
             const std::string name = randomName(extension);
             const fs::path file = folder / name;
-            std::ofstream out(file, std::ios::binary);
-            out.write(part.content.data(), std::streamsize(part.content.size()));
-            out.close();
-            if (!out) {
-                fs::remove(file, error);
-                return false;
-            }
+            fs::rename(part.path, file, error);
+            if (error) return false;
             db.execute("INSERT INTO media_uploads (name, user_id, size, created_at) VALUES (?, ?, ?, strftime('%s', 'now'))",
-                       {name, caller->id, std::int64_t(part.content.size())});
+                       {name, caller->id, std::int64_t(part.size)});
             stored.emplace_back(name, file);
             call.params[param] = name;
             return true;
         };
-        const char* extension = pictureExtension(main->content);
-        if (!extension && takesVideo(call.command)) extension = videoExtension(main->content);
-        if (!extension)
-            return envelope::rejection({{"upload", takesVideo(call.command)
-                                                       ? "Yalnızca JPEG ya da PNG fotoğraf veya MP4 video gönderilebilir."
-                                                       : "Yalnızca JPEG ya da PNG fotoğraf gönderilebilir."}});
-        const char* previewExtension = preview ? pictureExtension(preview->content) : nullptr;
-        if (preview && !previewExtension)
+        const char* extension = pictureExtension(main->text);
+        if (!extension && takesVideo(call.command)) extension = videoExtension(main->text);
+        // A picture must also be small enough for the service's usual limit.
+        if (extension && std::string(extension) != ".mp4" && main->size > BodyLimitForPictures) {
+            discard();
+            return envelope::rejection({{"upload", "Fotoğraf en fazla 1 MB olabilir."}});
+        }
+        const char* previewExtension = preview ? pictureExtension(preview->text) : nullptr;
+        if (!extension || (preview && !previewExtension)) {
+            discard();
+            if (!extension)
+                return envelope::rejection({{"upload", takesVideo(call.command)
+                                                           ? "Yalnızca JPEG ya da PNG fotoğraf veya MP4 video gönderilebilir."
+                                                           : "Yalnızca JPEG ya da PNG fotoğraf gönderilebilir."}});
             return envelope::rejection({{"upload", "Videonun önizlemesi JPEG ya da PNG olmalıdır."}});
+        }
         if (!keep(*main, extension, "upload") || (preview && !keep(*preview, previewExtension, "preview"))) {
             forget();
+            discard();
             return envelope::failure(envelope::ServerError, envelope::ServerErrorText);
         }
     }
+    discard(); // what was not taken
     Json reply = dispatch.handle(std::move(call));
     // Refused: the files go with the message they came for.
     if (reply.value("status", 0) != envelope::Ok) forget();
@@ -164,10 +244,21 @@ bool serveUpload(Database& db, const std::string& path, httplib::Response& res) 
     const std::string name = path.substr(UploadedPrefix.size());
     if (!validName(name) || !db.scalar("SELECT COUNT(*) FROM media_uploads WHERE name = ? AND claimed = 1", {name}))
         return false;
-    std::ifstream in(uploadsFolder(db) / name, std::ios::binary);
-    if (!in) return false;
-    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    res.set_content(std::move(bytes), contentType(name));
+    // Served from disk a piece at a time: a video is never read whole.
+    const fs::path file = uploadsFolder(db) / name;
+    std::error_code error;
+    const auto size = fs::file_size(file, error);
+    if (error) return false;
+    auto stream = std::make_shared<std::ifstream>(file, std::ios::binary);
+    if (!*stream) return false;
+    res.set_content_provider(size_t(size), contentType(name), [stream](size_t offset, size_t length, httplib::DataSink& sink) {
+        char buffer[64 * 1024];
+        stream->clear();
+        stream->seekg(std::streamoff(offset));
+        stream->read(buffer, std::streamsize(std::min(length, sizeof buffer)));
+        const auto got = stream->gcount();
+        return got > 0 && sink.write(buffer, size_t(got));
+    });
     return true;
 }
 
