@@ -5,6 +5,8 @@
 #include "core/Params.h"
 #include "media/Upload.h"
 
+#include <algorithm>
+
 namespace ekinora::server::conversations {
 
 namespace {
@@ -266,9 +268,11 @@ void seedConversations(Database& db) {
             if (!asker || db.scalar("SELECT COUNT(*) FROM subjects WHERE user_id = ? AND title = ?",
                                     {asker, std::string(thread.title)}))
                 continue;
-            db.execute("INSERT INTO subjects (user_id, title, description, status, read_by_staff, created_at)"
-                       " VALUES (?, ?, ?, ?, ?, datetime('now', ?))",
-                       {asker, std::string(thread.title), std::string(thread.description), std::int64_t(thread.status),
+            // Ids of their own, far from the ones the service hands out.
+            const std::int64_t seeded = std::max<std::int64_t>(9000, db.scalar("SELECT MAX(id) FROM subjects", {}, 0)) + 1;
+            db.execute("INSERT INTO subjects (id, user_id, title, description, status, read_by_staff, created_at)"
+                       " VALUES (?, ?, ?, ?, ?, ?, datetime('now', ?))",
+                       {seeded, asker, std::string(thread.title), std::string(thread.description), std::int64_t(thread.status),
                         std::int64_t(thread.readByStaff), std::string(thread.age)});
             const std::int64_t subject = db.lastInsertId();
             for (const auto& m : thread.messages) {
