@@ -31,10 +31,14 @@ private slots:
         for (int y = 0; y < 360; y += 18) for (int x = 0; x < 480; ++x) leaf.setPixelColor(x, y, QColor(90, 120, 40));
         QVERIFY(leaf.save(photos.filePath(QStringLiteral("yaprak.jpg")), "JPEG", 90));
         contests::ImagePickerController::setLibraryFolder(photos.path());
+        QFile::remove(videos.filePath(QStringLiteral("tarla.mp4")));
         QVERIFY(QFile::copy(sourceFile(QStringLiteral("../conversations/tarla.mp4")), videos.filePath(QStringLiteral("tarla.mp4"))));
         conversations::VideoPickerController::setLibraryFolder(videos.path());
     }
-    void cleanup() { stopAll(); }
+    void cleanup() {
+        m_db.reset();
+        stopAll();
+    }
 
     void farmerAsksWithAPictureAndReadsTheAnswer() {
         const std::string farmer = server::accounts::demoAccount("farmer").phone;
@@ -68,7 +72,8 @@ private slots:
         QVERIFY(other && other->body.find("\"status\":404") != std::string::npos);
 
         // The agronomist starts at the list and sees the asker.
-        switchAccount(server::accounts::demoAccount("adminUser").phone);
+        const std::string agronomist = server::accounts::demoAccount("adminUser").phone;
+        switchAccount(agronomist);
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "MessageViewController"), 8000);
         QQuickItem* row = nullptr;
         QTRY_VERIFY_WITH_TIMEOUT((row = cellTitled(QStringLiteral("Arpada yaprak lekesi"))), 5000);
@@ -210,7 +215,7 @@ private:
     }
 
     // Signed out by a fresh start on new settings, then signed in with the other account.
-    void switchAccount(const std::string& phone) {
+    void switchAccount(std::string phone) {
         app.reset();
         settings = std::make_unique<QTemporaryDir>();
         startApp();
