@@ -4,6 +4,7 @@
 #include "catalogue/CatalogueScreens.h"
 #include "seeds/SeedScreens.h"
 #include "contests/ContestsScreens.h"
+#include "conversations/ConversationsScreens.h"
 #include "farms/CalendarScreens.h"
 #include "farms/FarmsScreens.h"
 #include "grants/GrantsScreens.h"
@@ -43,6 +44,7 @@ void Ekinora::registerScreens() {
     catalogue::registerScreens();
     seeds::registerScreens();
     contests::registerScreens();
+    conversations::registerScreens();
     grants::registerScreens();
     market::registerScreens();
     weather::registerScreens();

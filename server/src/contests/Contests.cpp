@@ -1,7 +1,7 @@
 #include "contests/Contests.h"
 
 #include "accounts/DemoAccounts.h"
-#include "contests/Upload.h"
+#include "media/Upload.h"
 #include "core/Params.h"
 
 #include <algorithm>
@@ -186,7 +186,7 @@ Json submitAnswer(const Context& c, const ApiCall& call) {
     bool scored = false, correct = false;
 
     if (typed == Photo) {
-        upload = claimUpload(c.db, call.userId, p.trimmed("upload"));
+        upload = media::claimUpload(c.db, call.userId, p.trimmed("upload"));
         if (!upload) p.fail("upload", "Lütfen bir fotoğraf ekleyiniz.");
     } else if (typed == Written && (choices.empty() || !text.empty())) {
         // A written answer, or the text behind the last choice.
@@ -226,7 +226,7 @@ Json submitAnswer(const Context& c, const ApiCall& call) {
     Json contestant{{"score", counts["score"]},
                     {"total", counts["total"]},
                     {"completed", completed(c.db, surveyId, call.userId)}};
-    if (upload) contestant["photo"] = uploadUrl(call.baseUrl, *upload);
+    if (upload) contestant["photo"] = media::uploadUrl(call.baseUrl, *upload);
     return envelope::success(Json{{"contestant", contestant}});
 }
 

@@ -1,6 +1,7 @@
 #include "core/Migrations.h"
 #include "catalogue/Catalogue.h"
 #include "seeds/Seeds.h"
+#include "conversations/Conversations.h"
 
 namespace ekinora::server {
 
@@ -373,6 +374,7 @@ CREATE TABLE market_places (
     PRIMARY KEY (agrivoid, city_name)
 );
 )sql"},
+        {80, "conversation_threads", conversations::conversationsSchemaSql()},
         {90, "seeds", seeds::schemaSql()},
         {91, "seeds_seed", seeds::seedSql()},
     };

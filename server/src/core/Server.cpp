@@ -12,7 +12,8 @@
 #include "seeds/Seeds.h"
 #include "content/Pages.h"
 #include "contests/Contests.h"
-#include "contests/Upload.h"
+#include "media/Upload.h"
+#include "conversations/Conversations.h"
 #include "conversations/Unread.h"
 #include "core/ApiCall.h"
 #include "core/Auth.h"
@@ -147,6 +148,7 @@ struct Server::Impl {
             farms::seedCalendar(*opened);
             content::seedPages(*opened);
             contests::seedContests(*opened, options.clock);
+            conversations::seedConversations(*opened);
 
             auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
                 return accounts::userForToken(*raw, token);
@@ -163,6 +165,7 @@ struct Server::Impl {
             content::registerPageCommands(*table, *opened);
             catalogue::registerCatalogueCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
+            conversations::registerConversationCommands(*table, *opened);
             contests::registerContestCommands(*table, *opened, options.clock);
             grants::registerGrantCommands(*table, *opened, options.clock);
             market::registerMarketCommands(*table, *opened, options.clock);
@@ -231,14 +234,8 @@ struct Server::Impl {
                 return res.set_content(sys::storePage(database()), "text/html; charset=utf-8");
         } else if (path == weather::LegacyPath) {
             if (method == "GET") return legacyWeather(req, res);
-        } else if (path == contests::UploadPath || path + "/" == contests::UploadPath) {
-            if (method == "POST") {
-                const Json reply = contests::upload(*dispatch, database(), req, requestBaseUrl(req));
-                t_context.envelopeStatus = reply.value("status", 0);
-                return sendJson(res, reply);
-            }
-        } else if (path.rfind(contests::UploadedPrefix, 0) == 0) {
-            if ((method == "GET" || method == "HEAD") && contests::serveUpload(database(), path, res)) return;
+        } else if (path.rfind(media::UploadedPrefix, 0) == 0) {
+            if ((method == "GET" || method == "HEAD") && media::serveUpload(database(), path, res)) return;
         } else if (path.rfind("/static/", 0) == 0) {
             if ((method == "GET" || method == "HEAD") && serveStatic(path.substr(8), res)) return;
         } else if (demo) {
@@ -453,13 +450,39 @@ struct Server::Impl {
         // A GET may carry a JSON body (the app sends some commands that way). httplib reads a body
         // only for methods that expect one, so such a request is routed as POST and keeps its own
         // method in the request context.
-        server.set_pre_routing_handler([](const httplib::Request& req, httplib::Response&) {
+        auto preRouting = [](const httplib::Request& req, httplib::Response&) {
             t_context = RequestContext{req.method, 0, std::chrono::steady_clock::now()};
             const bool hasBody =
                 (req.has_header("Content-Length") && req.get_header_value("Content-Length") != "0") ||
                 req.get_header_value("Transfer-Encoding").find("chunked") != std::string::npos;
             if (req.method == "GET" && hasBody) const_cast<httplib::Request&>(req).method = "POST";
+        };
+        // Only the media upload may send more than the usual limit. Any other body announced larger
+        // goes to a handler that reads past it without keeping it, and refuses it as before.
+        static const std::string TooLargePath = "/_too-large";
+        server.set_pre_routing_handler([previous = std::move(preRouting)](const httplib::Request& req, httplib::Response& res) {
+            previous(req, res);
+            const bool upload = req.path == media::UploadPath || req.path + "/" == media::UploadPath;
+            if (!upload && req.has_header("Content-Length") &&
+                std::stoull("0" + req.get_header_value("Content-Length")) > envelope::BodyLimit)
+                const_cast<httplib::Request&>(req).path = TooLargePath;
             return httplib::Server::HandlerResponse::Unhandled;
+        });
+        auto tooLarge = [](const httplib::Request&, httplib::Response& res, const httplib::ContentReader& reader) {
+            reader([](const char*, size_t) { return true; });
+            t_context.envelopeStatus = envelope::TooLarge;
+            sendJson(res, envelope::failure(envelope::TooLarge, envelope::TooLargeText), 413);
+        };
+        server.Post(TooLargePath, tooLarge);
+        server.Put(TooLargePath, tooLarge);
+        server.Patch(TooLargePath, tooLarge);
+        // The media upload streams its files to disk as they arrive.
+        server.Post("/omr/upload/?", [this](const httplib::Request& req, httplib::Response& res,
+                                            const httplib::ContentReader& reader) {
+            record(req);
+            const Json reply = media::upload(*dispatch, database(), req, reader, requestBaseUrl(req));
+            t_context.envelopeStatus = reply.value("status", 0);
+            sendJson(res, reply, reply.value("status", 0) == envelope::TooLarge ? 413 : 200);
         });
 
         auto handler = [this](const httplib::Request& req, httplib::Response& res) { route(req, res); };
@@ -494,7 +517,9 @@ struct Server::Impl {
             server.set_logger(
                 [this](const httplib::Request& req, const httplib::Response& res) { logLine(req, res); });
         // A body announced larger than this is read past without being kept; the error handler answers.
-        server.set_payload_max_length(envelope::BodyLimit);
+        // The media upload's limit; every other body keeps envelope::BodyLimit (the pre-routing check
+        // above and api()).
+        server.set_payload_max_length(media::UploadLimit);
         // Headers and body go out in separate writes; without this each reply on a kept-alive
         // connection waits for the client's delayed acknowledgement (some 40 ms).
         server.set_tcp_nodelay(true);
