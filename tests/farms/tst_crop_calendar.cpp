@@ -57,6 +57,7 @@ private slots:
         presenter = new platform::ViewController;
         fake->platform->window().setRootViewController(presenter);
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
     }
     void cleanup() {
         delete fake;
