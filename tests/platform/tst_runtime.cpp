@@ -391,13 +391,13 @@ private slots:
         Target target;
         Button button(QStringLiteral("btnSave"));
         button.addTarget(&target, QStringLiteral("save"));
-        button.addTarget(&target, QStringLiteral("save"));
         button.addTarget(&target, QStringLiteral("tapped"));
+        button.addTarget(&target, QStringLiteral("save")); // a pair it has already: kept once
         auto* gone = new Target;
         button.addTarget(gone, QStringLiteral("save"));
         delete gone;
         button.tap();
-        QCOMPARE(target.calls, QStringList({"save", "save", "tapped btnSave"}));
+        QCOMPARE(target.calls, QStringList({"save", "tapped btnSave"}));
 
         target.calls.clear();
         button.setHidden(true);
@@ -411,7 +411,7 @@ private slots:
         QVERIFY(target.calls.isEmpty());
         button.setUserInteractionEnabled(true);
         button.tap();
-        QCOMPARE(target.calls.size(), 3);
+        QCOMPARE(target.calls.size(), 2);
     }
 
     void buttonActionMissingOnTargetStops() {
