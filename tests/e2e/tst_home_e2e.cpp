@@ -22,12 +22,9 @@ class HomeEndToEnd : public EndToEnd {
     Q_OBJECT
 private slots:
     void init() {
-        service = std::make_unique<server::Server>(server::ServerOptions{});
-        service->start();
+        startService();
         // The campaign card of the poll belongs to the sign-in journeys.
         service->setPopupActive(false);
-        settings = std::make_unique<QTemporaryDir>();
-        codes.clear();
     }
     void cleanup() { stopAll(); }
 
