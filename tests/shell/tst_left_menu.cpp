@@ -27,7 +27,8 @@ private slots:
         platform::Storyboard::clear();
         Ekinora::registerScreens();
         // Screens behind the rows are not under test here.
-        platform::Storyboard::registerIdentifier(QStringLiteral("loginVC"), [] { return new platform::ViewController; });
+        for (const char* screen : {"loginVC", "HomeSB"})
+            platform::Storyboard::registerIdentifier(QString::fromLatin1(screen), [] { return new platform::ViewController; });
         fake->store->setString(StoreKey::MenuItemCounter, QStringLiteral("2026-03-01 08:00:00"));
         root = qobject_cast<platform::SideMenuViewController*>(
             platform::Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("RootViewController")));
