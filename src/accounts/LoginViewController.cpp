@@ -109,6 +109,9 @@ LoginViewController::LoginViewController(QObject* parent)
     crop.productTextControl = QStringLiteral("lblProductName");
     crop.endEditingOnOpen = true;
     crop.endEditingOnAccept = true;
+    // A new crop starts from the products chosen last: opening the panel leaves them as they are.
+    crop.clearProductsOnOpen = false;
+    crop.productSelectionStyle = true;
     crop.add = [this] { addCrop(); };
     crop.update = [this] { updateCrop(); };
     crop.remove = [this] { deleteCrop(); };
@@ -189,10 +192,8 @@ void LoginViewController::viewDidLoad() {
     WebView* webKVKK = m_consent->webKVKK;
     WebView* webviewETK = m_consent->webviewETK;
     // 2.
-    webKVKK->setDidFinishNavigation([](WebView* web) {
-        // The conditions are as wide as the view: no sideways scrolling.
-        web->evaluateJavaScript(QStringLiteral("document.body.style.overflowX = 'hidden';"));
-    });
+    // The page is shown as it came; its view, not the page, keeps it from scrolling sideways.
+    webKVKK->setDidFinishNavigation([](WebView*) {});
     webviewETK->setDidFinishNavigation([](WebView*) {});
     for (WebView* web : {webKVKK, webviewETK})
         web->setDecidePolicy([this](WebView* w, const QUrl& url, int type) { return decidePolicyForNavigationAction(w, url, type); });

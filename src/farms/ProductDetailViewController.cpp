@@ -329,7 +329,7 @@ void ProductDetailViewController::prepareForSegue(const StoryboardSegue& segue, 
     if (!document || row < 0 || row >= arrHastaliklar.size()) return;
     const Json disease = arrHastaliklar.at(row);
     // The page's path with the characters a URL path allows left as they are.
-    const QByteArray path = stringOrNull(member(disease, QStringLiteral("path"))).toUtf8().toPercentEncoding("!$&'()*+,;=:@/");
+    const QByteArray path = stringOrNull(member(disease, QStringLiteral("path"))).toUtf8().toPercentEncoding("!$&'()*+,=:@/");
     document->urlString = service::Roots::ProductSiteBase + QString::fromLatin1(path);
     document->titleString = stringOrNull(member(disease, QStringLiteral("name")));
 }

@@ -97,6 +97,7 @@ ViewController::ViewController(QObject* parent)
     crop.endEditingOnOpen = true;
     crop.endEditingOnAccept = true;
     crop.clearProductsOnOpen = false;
+    crop.productSelectionStyle = true;
     crop.add = [this] { saveFarm(); };
     crop.heading = QStringLiteral("Yeni Tarla");
     crop.plantCaption = QStringLiteral("Ürün");
@@ -387,9 +388,10 @@ void ViewController::getWeatherInfo() {
             const QDateTime now = P().scheduler().now();
             const QDate today = now.date();
             const int hour = now.time().hour();
-            // An empty day has no first record to start from: the panel stays as it is.
-            if (count(hours) == 0) return;
-            float max = floatValue(member(element(hours, 0), QStringLiteral("temperature")));
+            // An empty day has no first record: the bounds start from nothing and the labels are
+            // written all the same.
+            const Json first = count(hours) > 0 ? element(hours, 0) : nil();
+            float max = floatValue(member(first, QStringLiteral("temperature")));
             float min = max;
             for (int i = 0, n = count(hours); i < n; ++i) {
                 const Json record = element(hours, i);

@@ -26,7 +26,15 @@ void ImageView::imageLoadEnded(const QUrl& url, bool loaded) {
     done(loaded);
 }
 
-void Control::addTarget(QObject* target, const QString& action) { m_targets.append(Target{target, action, {}}); }
+void Control::addTarget(QObject* target, const QString& action) {
+    if (!hasTarget(target, action, {})) m_targets.append(Target{target, action, {}, {}});
+}
+
+bool Control::hasTarget(const QObject* target, const QString& action, const QByteArray& method) const {
+    for (const Target& t : m_targets)
+        if (t.object == target && t.action == action && t.method == method) return true;
+    return false;
+}
 
 void Control::sendActions() {
     const QList<Target> targets = m_targets;

@@ -95,7 +95,8 @@ private:
     int m_lines = 1;
 };
 
-// Target-action pairs accumulate, as addTarget:action: does: adding the same pair twice calls it twice.
+// Target-action pairs accumulate, as addTarget:action: does; a pair the control already has is not
+// added again, so it is called once.
 class Control : public View {
     Q_OBJECT
     QML_NAMED_ELEMENT(UIControl)
@@ -113,10 +114,12 @@ public:
     void addTarget(QObject* target, const QString& action);
     // By method, checked by the compiler; the action's name stays the selector's for the log.
     template <class T> void addTarget(T* target, void (T::*action)(QObject*)) {
+        const QByteArray method(reinterpret_cast<const char*>(&action), sizeof(action));
+        if (hasTarget(target, QString(), method)) return;
         QPointer<T> t(target);
         m_targets.append(Target{target, QString(), [t, action](QObject* sender) {
                                     if (t) (t.data()->*action)(sender);
-                                }});
+                                }, method});
     }
     void removeTargets() { m_targets.clear(); }
     int targetCount() const { return int(m_targets.size()); }
@@ -128,7 +131,9 @@ private:
         QPointer<QObject> object;
         QString action;
         std::function<void(QObject*)> call;
+        QByteArray method; // the method's identity, for a pair added by method
     };
+    bool hasTarget(const QObject* target, const QString& action, const QByteArray& method) const;
     QList<Target> m_targets;
     bool m_enabled = true;
     bool m_selected = false;

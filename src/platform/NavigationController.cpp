@@ -103,6 +103,11 @@ void NavigationController::viewDidDisappear(bool animated) {
     if (auto* top = topViewController()) top->endDisappearance(animated);
 }
 
+Button* NavigationController::topMenuButton() const {
+    ViewController* top = topViewController();
+    return top ? qobject_cast<Button*>(top->property("menuBtn").value<QObject*>()) : nullptr;
+}
+
 void NavigationController::openSideMenu() {
     if (auto* menu = sideMenuViewController()) menu->presentLeftMenuViewController();
 }

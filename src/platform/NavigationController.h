@@ -2,6 +2,7 @@
 
 #include <QtQml/qqmlregistration.h>
 
+#include "Controls.h"
 #include "Seams.h"
 #include "ViewController.h"
 
@@ -16,6 +17,7 @@ class NavigationController : public ViewController {
     Q_PROPERTY(int depth READ depth NOTIFY stackChanged)
     Q_PROPERTY(QString topTitle READ topTitle NOTIFY stackChanged)
     Q_PROPERTY(ekinora::platform::BarButtonItem* topRightItem READ topRightItem NOTIFY stackChanged)
+    Q_PROPERTY(ekinora::platform::Button* topMenuButton READ topMenuButton NOTIFY stackChanged)
     Q_PROPERTY(ekinora::platform::View* navigationBar READ navigationBarView CONSTANT)
     Q_PROPERTY(ekinora::platform::NavigationBarAppearance* appearance READ appearance CONSTANT)
 public:
@@ -36,6 +38,9 @@ public:
     Q_INVOKABLE void goBack() { popViewControllerAnimated(true); }
     // The menu button of a side menu's content.
     Q_INVOKABLE void openSideMenu();
+    // A root screen with its own menu button ("menuBtn") lends it to the bar: the bar's button then
+    // carries that name and sends that button's actions.
+    Button* topMenuButton() const;
 
     // The bar as a view: a screen may stop it taking touches while a panel of its own is open.
     View* navigationBar() const { return m_bar; }

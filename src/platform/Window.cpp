@@ -3,6 +3,7 @@
 #include "AlertController.h"
 #include "Overlays.h"
 #include "Platform.h"
+#include "Scheduler.h"
 #include "ViewController.h"
 
 #include <QQmlComponent>
@@ -57,7 +58,13 @@ void Window::makeKeyAndVisible() {
     if (m_root) {
         m_root->loadViewIfNeeded();
         fill(m_root->viewItem(), layer("contentLayer"));
-        m_root->appear(false);
+        // The first appearance comes from the event loop, after the caller's remaining start-up steps,
+        // so the first screen sees the store as those steps left it.
+        QPointer<Window> self(this);
+        QPointer<ViewController> root(m_root);
+        Platform::current().scheduler().after(0, [self, root] {
+            if (self && root && self->m_root == root && !root->isVisible()) root->appear(false);
+        });
     }
     if (m_quick) m_quick->show();
 }

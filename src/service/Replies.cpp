@@ -9,12 +9,14 @@ using namespace platform;
 int statusOf(const Json& response) { return intValue(member(response, QStringLiteral("status"))); }
 
 QString firstError(const Json& response) {
+    // The first value formatted with "%@": nothing renders as "(null)", never as an empty alert.
+    const QString nothing = QStringLiteral("(null)");
     const Json errors = member(response, QStringLiteral("errors"));
-    if (errors.isUndefined()) return QString();
+    if (errors.isUndefined()) return nothing;
     if (!errors.isObject())
         fatal(QStringLiteral("-[%1 allValues]: unrecognized selector sent to instance").arg(errors.isNull() ? "NSNull" : "__NSCFObject"));
     const QJsonObject o = errors.toObject();
-    if (o.isEmpty()) return QString();
+    if (o.isEmpty()) return nothing;
     const Json first = o.begin().value();
     return first.isString() ? first.toString() : description(first);
 }

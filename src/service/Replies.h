@@ -11,8 +11,8 @@ namespace ekinora::service {
 // "status" as an integer.
 int statusOf(const platform::Json& response);
 
-// The first value of the reply's "errors" dictionary, as an alert shows it; a null text when there
-// is none. "errors" that is not a dictionary stops the application, as asking it for its values did.
+// The first value of the reply's "errors" dictionary, as an alert shows it; "(null)" when there is
+// none. "errors" that is not a dictionary stops the application, as asking it for its values did.
 QString firstError(const platform::Json& response);
 
 // addObjectsFromArray: every element of a list, nothing for nil.

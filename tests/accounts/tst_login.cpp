@@ -4,6 +4,7 @@
 #include "Ekinora.h"
 #include "FakePlatform.h"
 #include "accounts/LoginViewController.h"
+#include "platform/WebView.h"
 #include "platform/AlertController.h"
 #include "platform/NavigationController.h"
 #include "platform/SideMenuViewController.h"
@@ -12,6 +13,7 @@
 #include "service/ServiceRoots.h"
 
 #include <QJsonObject>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace ekinora;
@@ -87,6 +89,10 @@ private slots:
         QCOMPARE(login->consentPanel()->webKVKK->html(), QStringLiteral("<html><head></head><body><p>conditions-of-use</p></body></html>"));
         QCOMPARE(login->consentPanel()->webviewETK->html(), QStringLiteral("<html><head></head><body><p>kvkk</p></body></html>"));
         QVERIFY(login->consentPanel()->webKVKK->baseUrl().isEmpty());
+        // Loaded pages stay as they came: nothing is run in them.
+        QSignalSpy scripts(login->consentPanel()->webKVKK, &platform::WebView::scriptRequested);
+        login->consentPanel()->webKVKK->navigationFinished();
+        QCOMPARE(scripts.size(), 0);
         QCOMPARE(fake->platform->window().hudCount(), 1);
         fake->run(999);
         QCOMPARE(fake->platform->window().hudCount(), 1);
@@ -291,6 +297,7 @@ private:
         auto* root = platform::Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("RootViewController"));
         fake->platform->window().setRootViewController(root);
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
         auto* content = qobject_cast<platform::NavigationController*>(
             qobject_cast<platform::SideMenuViewController*>(root)->contentViewController());
         auto* login = qobject_cast<LoginViewController*>(content->topViewController());

@@ -104,11 +104,10 @@ class RegistrationTest : public QObject {
             screen->cropEditor()->selectPlant(indexOf(screen->cropEditor()->arrPlants, plant));
         }
         screen->cropEditor()->txtFarmSize->setText(size);
-        if (!products.isEmpty()) {
-            screen->cropEditor()->openProductView();
-            for (const QString& p : products) screen->cropEditor()->selectProduct(indexOf(screen->cropEditor()->arrProducts, p));
-            screen->cropEditor()->acceptProductView();
-        }
+        // The product list is always passed through: the last crop's choice would stay otherwise.
+        screen->cropEditor()->openProductView();
+        for (const QString& p : products) screen->cropEditor()->selectProduct(indexOf(screen->cropEditor()->arrProducts, p));
+        screen->cropEditor()->acceptProductView();
         screen->cropEditor()->btnNewProduce->tap();
     }
     static int indexOf(const QJsonArray& list, const QString& name) {
@@ -137,6 +136,7 @@ private slots:
         screen = new LoginViewController;
         fake->platform->window().setRootViewController(screen);
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
         screen->loadViewIfNeeded();
         fake->run(1000);
     }
@@ -339,12 +339,12 @@ private slots:
         QCOMPARE(screen->cellForItem(screen->collFarms, 2).value("reuseIdentifier").toString(), QStringLiteral("NewFarmCell"));
         QCOMPARE(screen->sizeForItem(screen->collFarms, 2, 390), QSizeF(358, 65));
 
-        // A new crop starts with nothing chosen, whatever the last one had.
+        // A new crop's labels start blank, but the products chosen for the last one stay chosen.
         screen->didSelectItem(screen->collFarms, 0);
         screen->didSelectItem(screen->collFarms, 2);
         QCOMPARE(screen->cropEditor()->lblFarm->text(), QStringLiteral("Ürün Seçiniz"));
         QCOMPARE(screen->cropEditor()->lblProduct->text(), QStringLiteral("Zirai Ürün Seçiniz"));
-        QVERIFY(screen->cropEditor()->arrSelectedProducts.isEmpty());
+        QCOMPARE(screen->cropEditor()->arrSelectedProducts, (QStringList{"Tarvenza® 250 EC", "Korsan 5 WG"}));
     }
 
     void plantListHeightFollowsTheCount_data() {

@@ -154,6 +154,14 @@ private slots:
         QVERIFY(!itemNamed(window(), "alert"));
         QCOMPARE(app->platform().defaults().stringForKey("libStat"), QStringLiteral("0"));
         screenshot(QStringLiteral("home-club-member-third-run"));
+
+        // The home's menu button is on screen by its name and opens the side menu.
+        QQuickItem* menuBtn = itemNamed(window(), "menuBtn");
+        QVERIFY(menuBtn && menuBtn->isVisible());
+        tapItem(window(), menuBtn);
+        QTRY_VERIFY(root()->isMenuVisible());
+        QTest::qWait(400);
+        screenshot(QStringLiteral("home-menu-open"));
     }
 
 private:

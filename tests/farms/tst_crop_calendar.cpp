@@ -57,6 +57,7 @@ private slots:
         presenter = new platform::ViewController;
         fake->platform->window().setRootViewController(presenter);
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
     }
     void cleanup() {
         delete fake;
@@ -243,14 +244,21 @@ private slots:
         QCOMPARE(queryValues(sent.first(), "periodId"), QStringList{"102"});
         QCOMPARE(fake->platform->window().hudCount(), 0); // no indicator for the choice
         fake->run(0);
-        // Browsing again, with the old actions still attached, and the periods asked for again.
+        // Browsing again, with the old actions still attached (each pair once), and the periods asked for again.
         QCOMPARE(calendar->lblTitle->text(), QStringLiteral("Buğday Bitkisi İçin Çözümler"));
         QCOMPARE(calendar->btnEdit->image(), QStringLiteral("productEdit"));
         QCOMPARE(calendar->btnEdit->title(), QString(""));
         QCOMPARE(calendar->btnCancel->image(), QStringLiteral("crossWhite"));
-        QCOMPARE(calendar->btnEdit->targetCount(), 3);
-        QCOMPARE(calendar->btnCancel->targetCount(), 3);
+        QCOMPARE(calendar->btnEdit->targetCount(), 2);
+        QCOMPARE(calendar->btnCancel->targetCount(), 2);
         QCOMPARE(fake->http->requestsFor("produce/periods").size(), 2);
+        // A second cycle: the one tap runs both attached actions, and the choice goes out once.
+        calendar->btnEdit->tap();
+        QCOMPARE(fake->http->requestsFor("produce/set-period").size(), 2);
+        fake->run(0);
+        calendar->btnEdit->tap();
+        QCOMPARE(calendar->btnEdit->targetCount(), 2);
+        QCOMPARE(fake->http->requestsFor("produce/set-period").size(), 3);
     }
 
     void aFailedChoiceChangesNothingButTheNumber() {
@@ -314,14 +322,14 @@ private slots:
 
     void aDiseaseDocumentOpensOnTheProductSite() {
         reply(103, WheatPeriods,
-              QJsonArray{group("Mantari Hastalıklar", QJsonArray{QJsonObject{{"name", "Sarı Pas"}, {"path", "/zirai-sorunlar/sarı pas"}}})});
+              QJsonArray{group("Mantari Hastalıklar", QJsonArray{QJsonObject{{"name", "Sarı Pas"}, {"path", "/zirai-sorunlar/sarı pas;v=2"}}})});
         open();
         QObject indexPath;
         indexPath.setProperty("row", 0);
         calendar->performSegueWithIdentifier("DocumentSegue", &indexPath);
         auto* document = qobject_cast<farms::DocumentViewController*>(calendar->presentedViewController());
         QVERIFY(document);
-        QCOMPARE(document->urlString, QStringLiteral("http://svc.test/site/zirai-sorunlar/sar%C4%B1%20pas"));
+        QCOMPARE(document->urlString, QStringLiteral("http://svc.test/site/zirai-sorunlar/sar%C4%B1%20pas%3Bv=2"));
         QCOMPARE(document->titleString, QStringLiteral("Sarı Pas"));
     }
 

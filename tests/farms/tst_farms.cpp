@@ -285,6 +285,14 @@ private slots:
         QVERIFY(!screen->cropEditor()->viewNewProduce->isHidden());
         QCOMPARE(fake->platform->window().hudCount(), 0);
         QVERIFY(fake->http->requestsFor("farmer/produces").isEmpty());
+
+        // A refusal with nothing in "errors" still says something: the formatted nothing.
+        alert->tapButton(0);
+        fake->http->on("produce/set", jsonReply(envelope(QJsonValue::Null, 400)));
+        screen->cropEditor()->addProduct();
+        fake->run(0);
+        QVERIFY(fake->alert());
+        QCOMPARE(fake->alert()->message(), QStringLiteral("(null)"));
     }
 
     void updatingAFarmWithoutProductsSendsNoProducts() {
@@ -373,6 +381,7 @@ private:
         nav->setViewControllers({screen});
         fake->platform->window().setRootViewController(nav);
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
         return screen;
     }
     FarmsViewController* loaded() {

@@ -357,6 +357,16 @@ private slots:
         QVERIFY(home->dictionaryWeather.isUndefined());
         QCOMPARE(home->lblWeatherTemprature->text(), QStringLiteral("0"));
         QCOMPARE(home->imgWeatherCondition->imageUrl(), QUrl("http://svc.test/static/media/images/weather/(null)_day.svg"));
+        // An empty day writes the panel too: no record, all 0, and the date.
+        home->lblWeatherWind->setText(QString());
+        fake->http->on("weather/weather-json", jsonReply(ok(QJsonArray{})));
+        home->getWeatherInfo();
+        fake->run(0);
+        QCOMPARE(home->lblWeatherWind->text(), QStringLiteral("0"));
+        QVERIFY(!home->lblWeatherDate->text().isEmpty());
+        fake->http->on("weather/weather-json", [&](const platform::HttpRequest&) {
+            return ++reply == 1 ? jsonReply(ok(QJsonArray{hour(10, 5), hour(11, 6)})) : jsonReply(ok(QJsonArray{hour(14, 17.8), hour(15, 19)}));
+        });
 
         home->getWeatherInfo();
         fake->run(0);
@@ -425,6 +435,7 @@ private slots:
         QCOMPARE(home->cropEditor()->arrSelectedProducts.size(), 4);
         QVERIFY(!home->cropEditor()->productCell(4).value("underline").toBool());
         QVERIFY(home->cropEditor()->productCell(3).value("underline").toBool());
+        QCOMPARE(home->cropEditor()->productCell(3).value("selectionStyle"), QVariant(0)); // no flash on a tap
         home->cropEditor()->acceptProductView();
         QCOMPARE(home->cropEditor()->lblProduct->text(), QStringLiteral("Ürün1®\nÜrün2®\nÜrün3®\nÜrün4®"));
 
@@ -575,6 +586,7 @@ private:
         if (prepare) prepare(root);
         fake->platform->window().setRootViewController(root);
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
     }
 
     void loadFarms(const QJsonArray& farms) {

@@ -64,6 +64,7 @@ private slots:
         QCOMPARE(p.at(1), (QPair<QString, QJsonValue>{"bearer", "tok-9"}));
 
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
         const HttpRequest sent = fake->http->requestsFor("notifications").value(0);
         QCOMPARE(sent.method, QByteArray("GET"));
         QCOMPARE(queryValues(sent, "ignore_read"), QStringList{"1"});
@@ -159,6 +160,7 @@ private slots:
     void anEmptyListShowsTheInfoAndAFailureKeepsIt() {
         notices = QJsonArray{};
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
         screen->rightBarButtonItem()->tap();
         auto* list = qobject_cast<NotificationViewController*>(screen->presentedViewController());
         QVERIFY(list);

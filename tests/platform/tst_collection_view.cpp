@@ -108,6 +108,7 @@ private slots:
         nav->setViewControllers({below});
         fake->platform->window().setRootViewController(nav);
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
         below->calls.clear();
 
         auto* modal = new ViewController;

@@ -27,16 +27,59 @@ private slots:
         platform::Storyboard::clear();
         Ekinora::registerScreens();
         // Screens behind the rows are not under test here.
-        platform::Storyboard::registerIdentifier(QStringLiteral("loginVC"), [] { return new platform::ViewController; });
+        for (const char* screen : {"loginVC", "HomeSB"})
+            platform::Storyboard::registerIdentifier(QString::fromLatin1(screen), [] { return new platform::ViewController; });
         fake->store->setString(StoreKey::MenuItemCounter, QStringLiteral("2026-03-01 08:00:00"));
         root = qobject_cast<platform::SideMenuViewController*>(
             platform::Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("RootViewController")));
         fake->platform->window().setRootViewController(root);
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
         menu = qobject_cast<LeftMenuViewController*>(root->leftMenuViewController());
         menu->loadViewIfNeeded();
     }
     void cleanup() { delete fake; }
+
+    void rootPicksTheFirstScreenByTheStoredRole_data() {
+        QTest::addColumn<QJsonValue>("type");
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<int>("stacks");
+        QTest::newRow("dealer") << QJsonValue("dealer") << "messages" << 2;
+        QTest::newRow("adminUser") << QJsonValue("adminUser") << "messages" << 2;
+        QTest::newRow("farmer") << QJsonValue("farmer") << "home" << 2;
+        QTest::newRow("loyalty") << QJsonValue("loyalty") << "home" << 2;
+        QTest::newRow("other text") << QJsonValue("Farmer") << "home" << 1;
+        QTest::newRow("not a text") << QJsonValue(3) << "home" << 1;
+        QTest::newRow("nobody") << QJsonValue(QJsonValue::Undefined) << "home" << 1;
+    }
+    void rootPicksTheFirstScreenByTheStoredRole() {
+        QFETCH(QJsonValue, type);
+        QFETCH(QString, first);
+        QFETCH(int, stacks);
+        auto named = [](const QString& name) {
+            auto* screen = new platform::ViewController;
+            screen->setObjectName(name);
+            return screen;
+        };
+        platform::Storyboard::registerIdentifier(QStringLiteral("firstViewController"), [=] { return named("home"); });
+        platform::Storyboard::registerIdentifier(QStringLiteral("messageVC"), [=] { return named("messages"); });
+        int made = 0;
+        platform::Storyboard::registerIdentifier(QStringLiteral("contentViewController"), [&made] {
+            ++made;
+            auto* content = new platform::NavigationController;
+            content->setViewControllers({platform::Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("firstViewController"))});
+            return content;
+        });
+        if (type.isUndefined()) service::LocalStore::defaults().removeObjectForKey(StoreKey::UserInfo);
+        else service::LocalStore::setUserInfo(QJsonObject{{"type", type}});
+        auto* fresh = qobject_cast<platform::SideMenuViewController*>(
+            platform::Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("RootViewController")));
+        auto* content = qobject_cast<platform::NavigationController*>(fresh->contentViewController());
+        QVERIFY(content);
+        QCOMPARE(content->topViewController()->objectName(), first);
+        QCOMPARE(made, stacks); // a recognised role replaces the default stack by a new one
+        fresh->release();
+    }
 
     void tableIsSizedForTwelveRows() {
         QCOMPARE(menu->rowHeight, 45);

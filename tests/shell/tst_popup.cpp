@@ -20,6 +20,7 @@ private slots:
         root = new platform::ViewController;
         fake->platform->window().setRootViewController(root);
         fake->platform->window().makeKeyAndVisible();
+        fake->clock->advance(0);
     }
     void cleanup() { delete fake; }
 

@@ -56,7 +56,7 @@ Item {
             color: "white"
             MouseArea { anchors.fill: parent }
             Title { id: termsTitle; text: "Kullanım Şartları"; x: 24; y: 24; width: parent.width - 48 }
-            PWebView { model: root.controller.webKVKK; anchors { left: parent.left; right: parent.right; top: termsTitle.bottom; bottom: termsButton.top; margins: 16 } }
+            PWebView { model: root.controller.webKVKK; scrollsSideways: false; anchors { left: parent.left; right: parent.right; top: termsTitle.bottom; bottom: termsButton.top; margins: 16 } }
             MainButton {
                 id: termsButton
                 act: "acceptKVKK"

@@ -98,8 +98,11 @@ Item {
         color: Theme.shade
         MouseArea { anchors.fill: parent }
         Rectangle {
-            anchors { left: parent.left; right: parent.right; top: parent.top; margins: 16 }
-            height: Math.min(parent.height - 32, plantsHeader.height + plants.height + 16)
+            // The list is as tall as its host settled (up to the screen less 64 and 50); the panel
+            // moves up rather than cut it.
+            anchors { left: parent.left; right: parent.right; leftMargin: 16; rightMargin: 16 }
+            y: Math.max(0, Math.min(16, parent.height - height))
+            height: plantsHeader.height + plants.height + 16
             radius: 8
             color: Theme.card
             clip: true

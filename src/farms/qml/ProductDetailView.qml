@@ -81,7 +81,7 @@ Rectangle {
         boundsBehavior: Flickable.StopAtBounds
         onWidthChanged: root.controller.collPeriods.size = Qt.size(width, height)
         onHeightChanged: root.controller.collPeriods.size = Qt.size(width, height)
-        ScrollBar.horizontal: ScrollBar { id: periodsBar; policy: ScrollBar.AsNeeded }
+        ScrollIndicator.horizontal: ScrollIndicator { id: periodsBar } // thin, and only while the list moves
         Accessible.name: "Dönemler"
 
         Repeater {
@@ -174,8 +174,8 @@ Rectangle {
         property UICollectionView collection: null
         property ProductDetailFlowLayout layout: null
         width: root.width
-        height: visible ? 180 : 0
-        visible: collection && !collection.hidden
+        // An empty list hides its cards only: the panel and its upright name keep their strip.
+        height: 180
 
         PView {
             model: list.panel
@@ -195,6 +195,7 @@ Rectangle {
         Flickable {
             id: flick
             objectName: list.collection ? list.collection.objectName : ""
+            visible: list.collection !== null && !list.collection.hidden
             width: root.width - 35
             height: list.height
             clip: true
@@ -206,7 +207,7 @@ Rectangle {
             onWidthChanged: report()
             onHeightChanged: report()
             Component.onCompleted: report()
-            ScrollBar.horizontal: ScrollBar { id: bar; policy: ScrollBar.AsNeeded }
+            ScrollIndicator.horizontal: ScrollIndicator { id: bar }
             Accessible.name: list.sideLabel ? list.sideLabel.text : ""
 
             // A finished scroll ends with a card 16 points from the left edge.
@@ -258,19 +259,16 @@ Rectangle {
                         }
                         Repeater {
                             model: card.m.productImages
-                            delegate: Rectangle {
+                            // Each picture at its own frame, fitted with its aspect kept.
+                            delegate: PImageView {
+                                required property ProductImageView modelData
+                                model: modelData
                                 x: modelData.frame.x
                                 y: modelData.frame.y
                                 width: modelData.frame.width
                                 height: modelData.frame.height
-                                radius: 4
-                                color: "white"
-                                PImageView {
-                                    model: modelData
-                                    anchors.fill: parent
-                                    anchors.margins: 2
-                                    Accessible.name: "Ürün"
-                                }
+                                fillMode: Image.PreserveAspectFit
+                                Accessible.name: "Ürün"
                             }
                         }
                     }

@@ -190,13 +190,14 @@ Rectangle {
                 id: farms
                 objectName: "collFarms"
                 width: parent.width
-                height: farmColumn.height
+                height: farmColumn.height + 32 // the section's insets of 16 above and below
                 visible: !root.controller.collFarms.hidden
                 onWidthChanged: root.controller.collFarms.size = Qt.size(width, height)
 
                 Column {
                     id: farmColumn
                     x: 16
+                    y: 16
                     spacing: 16
                     Repeater {
                         model: root.controller.collFarms.rows

@@ -36,15 +36,23 @@ Item {
         }
         // The root screen of a side menu's content opens the menu; the menu opens by this button only.
         ToolButton {
+            id: menuButton
+            readonly property UIButton lent: root.controller.topMenuButton
             objectName: "presentLeftMenuViewController"
-            visible: root.controller.depth === 1 && root.controller.inSideMenu
+            visible: root.controller.depth === 1 && root.controller.inSideMenu && !(lent && lent.hidden)
             anchors { left: parent.left; verticalCenter: parent.verticalCenter; leftMargin: 4 }
             width: 48; height: 48
             text: "☰"
             font.pixelSize: 22
             palette.buttonText: root.controller.appearance.tintColor
-            onClicked: root.controller.openSideMenu()
+            onClicked: lent ? lent.tap() : root.controller.openSideMenu()
             Accessible.name: "Menü"
+            // The screen's own menu button, by its name, over the bar's: a tap on it is the bar's tap.
+            Item {
+                objectName: menuButton.lent ? menuButton.lent.objectName : ""
+                anchors.fill: parent
+                visible: menuButton.lent !== null
+            }
         }
         Label {
             anchors.centerIn: parent

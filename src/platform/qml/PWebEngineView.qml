@@ -5,6 +5,9 @@ import Ekinora.Platform
 WebEngineView {
     id: web
     property WKWebView model: null
+    property bool scrollsSideways: true
+    // A sideways move is taken back by the view; the page keeps its own styles.
+    onScrollPositionChanged: if (!scrollsSideways && scrollPosition.x !== 0) runJavaScript("window.scrollTo(0, window.scrollY);")
     backgroundColor: "transparent"
     // A PDF address opens in the engine's own viewer, as the phone's web view shows documents.
     settings.pluginsEnabled: true

@@ -5,6 +5,8 @@ import Ekinora.Platform
 Item {
     id: root
     property WKWebView model: null
+    // False: the view keeps the page at its left edge, without touching the page.
+    property bool scrollsSideways: true
     objectName: model ? model.objectName : ""
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1
@@ -15,6 +17,9 @@ Item {
         anchors.fill: parent
         active: root.visible && root.model !== null
         source: "PWebEngineView.qml"
-        onLoaded: item.model = root.model
+        onLoaded: {
+            item.model = root.model
+            item.scrollsSideways = Qt.binding(() => root.scrollsSideways)
+        }
     }
 }

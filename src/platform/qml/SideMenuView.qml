@@ -26,6 +26,23 @@ Item {
         height: parent.height
         x: root.controller.menuVisible ? parent.width * 0.75 : 0
         Behavior on x { NumberAnimation { duration: 200; easing.type: Easing.OutCubic } }
+        // The content's shadow: rings of the shadow colour around the frame, fading over the radius.
+        Repeater {
+            objectName: "contentViewShadow"
+            model: root.controller.contentViewShadowEnabled ? Math.max(0, Math.round(root.controller.contentViewShadowRadius)) : 0
+            Rectangle {
+                required property int index
+                readonly property real fade: 1 - (index + 0.5) / Math.max(1, root.controller.contentViewShadowRadius)
+                x: -(index + 1)
+                y: -(index + 1)
+                width: contentFrame.width + 2 * (index + 1)
+                height: contentFrame.height + 2 * (index + 1)
+                color: "transparent"
+                border.width: 1
+                border.color: root.controller.contentViewShadowColor
+                opacity: root.controller.contentViewShadowOpacity * fade * fade
+            }
+        }
         Rectangle {
             anchors.fill: parent
             color: "white"

@@ -55,7 +55,7 @@ Item {
                     width: room
                     text: cell.content.html || ""
                     textFormat: Text.RichText
-                    color: cell.pressed ? "#d3d3d3" : "white"
+                    color: cell.pressed ? "#aaaaaa" : "white" // the platform's light grey, 170 of 255
                     // Shrinks to fit, down to a fifth of its size.
                     font.pixelSize: Math.max(17 * 0.2, Math.min(17, 17 * room / Math.max(1, measure.advanceWidth)))
                     elide: Text.ElideNone
