@@ -9,6 +9,10 @@
 #include "analytics/Collector.h"
 #include "content/Pages.h"
 #include "conversations/Unread.h"
+#include "events/Events.h"
+#include "info/SiteInfo.h"
+#include "news/News.h"
+#include "videos/Videos.h"
 #include "core/ApiCall.h"
 #include "core/Auth.h"
 #include "core/Database.h"
@@ -139,6 +143,9 @@ struct Server::Impl {
             farms::seedProduces(*opened);
             farms::seedCalendar(*opened);
             content::seedPages(*opened);
+            news::seedNews(*opened, options.clock);
+            events::seedEvents(*opened, options.clock);
+            videos::seedVideos(*opened, options.clock);
 
             auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
                 return accounts::userForToken(*raw, token);
@@ -153,6 +160,9 @@ struct Server::Impl {
             farms::registerProduceCommands(*table, *opened);
             farms::registerFarmCommands(*table, *opened, options.clock);
             content::registerPageCommands(*table, *opened);
+            news::registerNewsCommands(*table, *opened);
+            events::registerEventCommands(*table, *opened, options.clock);
+            videos::registerVideoCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
             weatherService = std::make_unique<weather::WeatherService>(*opened, options.clock);
             weather::registerCommands(*table, *weatherService);
@@ -224,6 +234,13 @@ struct Server::Impl {
         } else if (method == "GET" || method == "HEAD") {
             if (auto document = farms::calendarDocument(database(), path))
                 return res.set_content(std::move(document->body), document->contentType);
+            if (auto document = info::siteInfoDocument(path))
+                return res.set_content(std::move(*document), envelope::ContentType);
+            if (auto reply = videos::videoServiceReply(database(), path, req.get_param_value("video_id"),
+                                                       requestBaseUrl(req))) {
+                res.status = reply->httpStatus;
+                return res.set_content(std::move(reply->body), envelope::ContentType);
+            }
         }
         notFound(res);
     }
