@@ -1,9 +1,12 @@
 #include "Ekinora.h"
 
 #include "accounts/AccountsScreens.h"
+#include "events/EventsScreens.h"
 #include "farms/CalendarScreens.h"
 #include "farms/FarmsScreens.h"
 #include "home/HomeScreens.h"
+#include "info/InfoScreens.h"
+#include "news/NewsScreens.h"
 #include "notifications/NotificationsScreens.h"
 #include "platform/Platform.h"
 #include "platform/Storyboard.h"
@@ -11,6 +14,7 @@
 #include "service/ServiceRoots.h"
 #include "shell/PendingViewController.h"
 #include "shell/ShellScreens.h"
+#include "videos/VideosScreens.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -33,6 +37,10 @@ void Ekinora::registerScreens() {
     farms::registerScreens();
     farms::registerCalendarScreens();
     notifications::registerScreens();
+    news::registerScreens();
+    events::registerScreens();
+    videos::registerScreens();
+    info::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }
