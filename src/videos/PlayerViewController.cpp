@@ -27,6 +27,7 @@ void Player::reachedEnd() {
 }
 
 PlayerViewController::PlayerViewController(QObject* parent) : ViewController(parent) {
+    modalPresentationStyle = 5; // over the full screen
     connect(&DeviceOrientation::current(), &DeviceOrientation::changed, this, &PlayerViewController::landscapeChanged);
 }
 
@@ -40,6 +41,10 @@ void PlayerViewController::setPlayer(Player* player) {
 
 bool PlayerViewController::landscape() const { return DeviceOrientation::current().interfaceIsLandscape(); }
 
-void PlayerViewController::close(QObject*) { dismissViewControllerAnimated(true); }
+void PlayerViewController::close(QObject*) {
+    std::function<void()> closed = userDidClose;
+    dismissViewControllerAnimated(true);
+    if (closed) closed();
+}
 
 } // namespace ekinora::videos

@@ -4,6 +4,7 @@
 
 #include <QPointer>
 #include <QUrl>
+#include <functional>
 
 namespace ekinora::videos {
 
@@ -54,6 +55,10 @@ class PlayerViewController : public platform::ViewController {
 public:
     explicit PlayerViewController(QObject* parent = nullptr);
     QUrl viewSource() const override;
+
+    // Over the full screen, the list staying beneath: a dismissal by the service's failure leaves the
+    // list as it was, while the user's close makes it appear again (set by the presenter).
+    std::function<void()> userDidClose;
 
     Player* player() const { return m_player; }
     void setPlayer(Player* player);

@@ -74,6 +74,10 @@ QVariantMap VideoViewController::cellForRow(int row) const {
 
 void VideoViewController::playVideo(int row) {
     auto* player = new PlayerViewController;
+    // The list appears again when the user closes the player, and its appearance brings portrait back.
+    player->userDidClose = [self = QPointer<VideoViewController>(this)] {
+        if (self) self->viewWillAppear(true);
+    };
     presentViewController(player, true);
     playerViewController = player;
     const QString identifier = description(member(arrVideos.at(row), QStringLiteral("youtubeVideoHash")));
