@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 import QtMultimedia
 import Ekinora.Platform
 import Ekinora.Widgets
@@ -10,7 +11,7 @@ import Ekinora.Videos
 Rectangle {
     id: root
     required property AVPlayerViewController controller
-    objectName: "AVPlayerViewController"
+    objectName: "PlayerViewController"
     color: "black"
 
     Item {
@@ -22,14 +23,18 @@ Rectangle {
         height: landscape ? root.width : root.height
         rotation: landscape ? 90 : 0
 
-        VideoOutput {
+        // The picture needs a graphics device: Qt Multimedia 6.4's video output corrupts memory under the
+        // software scene graph (the offscreen platform), where the video plays without one.
+        Loader {
             id: output
             objectName: "videoOutput"
             anchors.fill: parent
+            active: GraphicsInfo.api !== GraphicsInfo.Software
+            sourceComponent: VideoOutput {}
         }
         MediaPlayer {
             id: media
-            videoOutput: output
+            videoOutput: output.item
             source: root.controller.player ? root.controller.player.url : ""
             onMediaStatusChanged: if (mediaStatus === MediaPlayer.EndOfMedia && root.controller.player) root.controller.player.reachedEnd()
         }
@@ -54,7 +59,7 @@ Rectangle {
             text: "Bitti"
             font.capitalization: Font.MixedCase
             font.pixelSize: Theme.bodySize
-            palette.buttonText: "white"
+            Material.foreground: "white"
             Accessible.name: "Videoyu kapat"
             onClicked: root.controller.close()
         }
