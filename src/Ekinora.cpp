@@ -5,11 +5,14 @@
 #include "seeds/SeedScreens.h"
 #include "contests/ContestsScreens.h"
 #include "conversations/ConversationsScreens.h"
+#include "events/EventsScreens.h"
 #include "farms/CalendarScreens.h"
 #include "farms/FarmsScreens.h"
 #include "grants/GrantsScreens.h"
 #include "home/HomeScreens.h"
 #include "market/MarketScreens.h"
+#include "info/InfoScreens.h"
+#include "news/NewsScreens.h"
 #include "notifications/NotificationsScreens.h"
 #include "platform/Platform.h"
 #include "profile/ProfileScreens.h"
@@ -19,6 +22,7 @@
 #include "shell/PendingViewController.h"
 #include "shell/ShellScreens.h"
 #include "weather/WeatherScreens.h"
+#include "videos/VideosScreens.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -49,6 +53,10 @@ void Ekinora::registerScreens() {
     market::registerScreens();
     weather::registerScreens();
     profile::registerScreens();
+    news::registerScreens();
+    events::registerScreens();
+    videos::registerScreens();
+    info::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }

@@ -374,6 +374,52 @@ CREATE TABLE market_places (
     PRIMARY KEY (agrivoid, city_name)
 );
 )sql"},
+        {70, "content_feeds", R"sql(
+CREATE TABLE news (
+    id INTEGER PRIMARY KEY,
+    header TEXT NOT NULL,
+    news_date BIGINT NOT NULL,
+    long_description TEXT NOT NULL,
+    image TEXT NOT NULL,
+    thumbnail TEXT NOT NULL
+);
+CREATE INDEX news_by_date ON news(news_date);
+CREATE TABLE feed_positions (
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    feed TEXT NOT NULL,
+    next_offset INTEGER NOT NULL,
+    PRIMARY KEY (user_id, feed)
+);
+CREATE TABLE events (
+    id INTEGER PRIMARY KEY,
+    name TEXT NOT NULL,
+    place TEXT NOT NULL,
+    starts_on TEXT NOT NULL,
+    ends_on TEXT NOT NULL,
+    content TEXT NOT NULL,
+    image TEXT,
+    joinable INTEGER NOT NULL DEFAULT 1
+);
+CREATE TABLE event_answers (
+    event_id INTEGER NOT NULL REFERENCES events(id) ON DELETE CASCADE,
+    user_id INTEGER NOT NULL REFERENCES users(id) ON DELETE CASCADE,
+    attends INTEGER NOT NULL CHECK (attends IN (0, 1)),
+    answered_at BIGINT NOT NULL,
+    PRIMARY KEY (event_id, user_id)
+);
+CREATE TABLE videos (
+    id INTEGER PRIMARY KEY,
+    title TEXT NOT NULL,
+    hash TEXT NOT NULL UNIQUE,
+    published_at BIGINT NOT NULL
+);
+CREATE TABLE video_streams (
+    video_id INTEGER NOT NULL REFERENCES videos(id) ON DELETE CASCADE,
+    quality TEXT NOT NULL,
+    file TEXT NOT NULL,
+    PRIMARY KEY (video_id, quality)
+);
+)sql"},
         {80, "conversation_threads", conversations::conversationsSchemaSql()},
         {90, "seeds", seeds::schemaSql()},
         {91, "seeds_seed", seeds::seedSql()},

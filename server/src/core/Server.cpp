@@ -15,6 +15,10 @@
 #include "media/Upload.h"
 #include "conversations/Conversations.h"
 #include "conversations/Unread.h"
+#include "events/Events.h"
+#include "info/SiteInfo.h"
+#include "news/News.h"
+#include "videos/Videos.h"
 #include "core/ApiCall.h"
 #include "core/Auth.h"
 #include "core/Database.h"
@@ -149,6 +153,9 @@ struct Server::Impl {
             content::seedPages(*opened);
             contests::seedContests(*opened, options.clock);
             conversations::seedConversations(*opened);
+            news::seedNews(*opened, options.clock);
+            events::seedEvents(*opened, options.clock);
+            videos::seedVideos(*opened, options.clock);
 
             auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
                 return accounts::userForToken(*raw, token);
@@ -164,6 +171,9 @@ struct Server::Impl {
             farms::registerFarmCommands(*table, *opened, options.clock);
             content::registerPageCommands(*table, *opened);
             catalogue::registerCatalogueCommands(*table, *opened);
+            news::registerNewsCommands(*table, *opened);
+            events::registerEventCommands(*table, *opened, options.clock);
+            videos::registerVideoCommands(*table, *opened);
             conversations::registerUnreadCommand(*table, *opened);
             conversations::registerConversationCommands(*table, *opened);
             contests::registerContestCommands(*table, *opened, options.clock);
@@ -251,6 +261,13 @@ struct Server::Impl {
                 return res.set_content(std::move(document->body), document->contentType);
             if (auto document = seeds::seedDocument(database(), path))
                 return res.set_content(std::move(document->body), document->contentType);
+            if (auto document = info::siteInfoDocument(path))
+                return res.set_content(std::move(*document), envelope::ContentType);
+            if (auto reply = videos::videoServiceReply(database(), path, req.get_param_value("video_id"),
+                                                       requestBaseUrl(req))) {
+                res.status = reply->httpStatus;
+                return res.set_content(std::move(reply->body), envelope::ContentType);
+            }
         }
         notFound(res);
     }

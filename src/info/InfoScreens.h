@@ -1,0 +1,6 @@
+#pragma once
+
+namespace ekinora::info {
+// Registers the info screens with the storyboard.
+void registerScreens();
+} // namespace ekinora::info
