@@ -56,6 +56,7 @@ private slots:
         QCOMPARE(content()->topTitle(), QStringLiteral("Profilim"));
 
         // Logout: the store is reset and the farewell panel greets the next sign-in.
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000); // the profile has loaded
         tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
         QTRY_VERIFY(root()->isMenuVisible());
         QTest::qWait(300);

@@ -40,7 +40,12 @@ class EventsTest : public QObject {
 
     void show(const QJsonObject& reply) {
         fake->http->on("events", jsonReply(reply));
-        fake->platform->window().makeKeyAndVisible();
+        if (fake->platform->window().rootViewController()->isViewLoaded()) {
+            screen->viewDidAppear(false); // the screen appearing again
+        } else {
+            fake->platform->window().makeKeyAndVisible();
+            fake->clock->advance(0);
+        }
         fake->run(0);
     }
     events::EventDetailViewController* openDetail(const char* type, const QJsonObject& reply) {
