@@ -10,6 +10,7 @@
 #include "platform/Storyboard.h"
 #include "service/LocalStore.h"
 #include "service/Replies.h"
+#include "service/ServiceCall.h"
 #include "service/TextHelpers.h"
 #include "service/WSRequest.h"
 #include "widgets/DropDownList.h"
@@ -173,11 +174,6 @@ LoginViewController::LoginViewController(QObject* parent)
 
 QUrl LoginViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Accounts/LoginView.qml")); }
 
-ViewController* LoginViewController::hudHost() {
-    if (NavigationController* nav = navigationController()) return nav;
-    return this;
-}
-
 void LoginViewController::showAlert(const QString& title, const QString& message, int style) {
     auto* alert = AlertController::alertControllerWithTitle(title, message);
     alert->addAction(QStringLiteral("Tamam"), AlertController::ActionStyle(style));
@@ -261,14 +257,13 @@ bool LoginViewController::textFieldShouldReturn(TextField* field) {
 
 void LoginViewController::getSmsCodeForLogin(QObject*) {
     txtLoginCode->becomeFirstResponder();
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    service::ScreenCall call(this, QStringLiteral("sms/get"), service::ScreenCall::WithHud);
     SmsRequest request;
     request.doParam = QStringLiteral("sms/get");
     request.phoneNumber = txtLoginPhone->text();
     auto self = strong(this);
     request.getSmsCode(
-        [self, hud](const Json& response) {
-            if (hud) hud->hideAnimated(true);
+        call.done([self](const Json& response) {
             if (!statusIs(response, 200)) {
                 self->showAlert(QStringLiteral("Uyarı"), service::firstError(response));
                 return;
@@ -284,11 +279,8 @@ void LoginViewController::getSmsCodeForLogin(QObject*) {
             self->viewLoginCode->setHidden(false);
             self->txtLoginPhoneCode->setText(self->txtLoginPhone->text());
             log(description(member(data, QStringLiteral("code"))));
-        },
-        [hud](const Json& error) {
-            log(QStringLiteral("sms/get: %1").arg(description(error)));
-            if (hud) hud->hideAnimated(true);
-        });
+        }),
+        call.failed());
 }
 
 void LoginViewController::validateSmsCodeForLogin(QObject* sender) {
@@ -296,7 +288,7 @@ void LoginViewController::validateSmsCodeForLogin(QObject* sender) {
         showAlert(QStringLiteral("Hata"), QStringLiteral("Sms kodunu giriniz"));
         return;
     }
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    service::ScreenCall call(this, QStringLiteral("validateSmsCode"), service::ScreenCall::WithHud);
     UserDefaults& store = LocalStore::defaults();
     SmsRequest request;
     request.doParam = isString(actionType, QStringLiteral("login")) ? QStringLiteral("farmer/login") : QStringLiteral("sms/check");
@@ -311,8 +303,7 @@ void LoginViewController::validateSmsCodeForLogin(QObject* sender) {
     auto self = strong(this);
     QPointer<QObject> from(sender);
     request.validateSmsCode(
-        [self, hud, from](const Json& response) {
-            if (hud) hud->hideAnimated(true);
+        call.done([self, from](const Json& response) {
             const int status = intValue(member(response, QStringLiteral("status")));
             if (status == 200) {
                 if (isString(self->actionType, QStringLiteral("login"))) self->enterApplication(member(response, QStringLiteral("data")));
@@ -328,11 +319,8 @@ void LoginViewController::validateSmsCodeForLogin(QObject* sender) {
                 else if (isString(action, QStringLiteral("notActiveDealer"))) self->showActivationPending();
                 // Any other action, or none: nothing.
             }
-        },
-        [hud](const Json& error) {
-            log(QStringLiteral("validateSmsCode: %1").arg(description(error)));
-            if (hud) hud->hideAnimated(true);
-        });
+        }),
+        call.failed());
 }
 
 void LoginViewController::enterApplication(const Json& data) {
@@ -528,7 +516,7 @@ void LoginViewController::canOpenKvkkView() {
         self->m_consent->viewKVKK->setHidden(false);
         self->m_consent->bringSubviewToFront(self->m_consent->viewKVKK);
     });
-    hudHost()->presentViewController(alert, true);
+    service::hudHost(this)->presentViewController(alert, true);
 }
 
 void LoginViewController::continueToActivation(QObject*) {}
@@ -623,7 +611,7 @@ void LoginViewController::backToLogin() {
 Json LoginViewController::countyIdByName(const QString& name) const { return lastIdNamed(arrCounties, name); }
 
 void LoginViewController::registerFarmer() {
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    service::ScreenCall call(this, QStringLiteral("farmer/register"), service::ScreenCall::WithHud);
     RegisterFarmerRequest request;
     request.doParam = QStringLiteral("farmer/register");
     request.email = txtMail->text();
@@ -648,23 +636,19 @@ void LoginViewController::registerFarmer() {
     request.etkEmailPermission = m_consent->emailPermission();
     auto self = strong(this);
     request.registerFarmer(
-        [self, hud](const Json& response) {
-            if (hud) hud->hideAnimated(true);
+        call.done([self](const Json& response) {
             if (!statusIs(response, 200)) {
                 // The data stays for another press; the hash goes again as it is.
                 self->showAlert(QStringLiteral("Uyarı"), service::firstError(response));
                 return;
             }
             self->enterApplication(member(response, QStringLiteral("data")));
-        },
-        [hud](const Json& error) {
-            log(QStringLiteral("farmer/register: %1").arg(description(error)));
-            if (hud) hud->hideAnimated(true);
-        });
+        }),
+        call.failed());
 }
 
 void LoginViewController::registerDealer() {
-    QPointer<ProgressHUD> hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    service::ScreenCall call(this, QStringLiteral("dealer/register"), service::ScreenCall::WithHud);
     RegisterDealerRequest request;
     request.doParam = QStringLiteral("dealer/register");
     request.email = txtMail->text();
@@ -681,8 +665,7 @@ void LoginViewController::registerDealer() {
     request.TCNo = tcKimlikText->text();
     auto self = strong(this);
     request.registerDealer(
-        [self, hud](const Json& response) {
-            if (hud) hud->hideAnimated(true);
+        call.done([self](const Json& response) {
             if (!statusIs(response, 200)) {
                 self->showAlert(QStringLiteral("Uyarı"), service::firstError(response));
                 return;
@@ -690,11 +673,8 @@ void LoginViewController::registerDealer() {
             // Not signed in: the company opens the account later. The next press leads back.
             self->activationLabel->setText(WaitingText);
             self->completeRegistrationButton->setTitle(BackTitle);
-        },
-        [hud](const Json& error) {
-            log(QStringLiteral("dealer/register: %1").arg(description(error)));
-            if (hud) hud->hideAnimated(true);
-        });
+        }),
+        call.failed());
 }
 
 // The crops ----------------------------------------------------------------------------------------
@@ -822,7 +802,7 @@ bool LoginViewController::decidePolicyForNavigationAction(WebView*, const QUrl& 
         auto* alert = AlertController::alertControllerWithTitle(QStringLiteral("Uyarı"),
                                                                 QStringLiteral("Mail hesabınız telefonunuza kurulu değildir."));
         alert->addAction(QStringLiteral("Tamam"));
-        hudHost()->presentViewController(alert, true);
+        service::hudHost(this)->presentViewController(alert, true);
     }
     return false;
 }

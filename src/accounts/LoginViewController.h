@@ -150,7 +150,6 @@ private:
     void showAlert(const QString& title, const QString& message, int style = 0);
     void enterApplication(const platform::Json& data);
     void showActivationPending();
-    platform::ViewController* hudHost();
     void registerFarmer();
     void registerDealer();
     void backToLogin();

@@ -12,6 +12,7 @@
 #include "platform/Storyboard.h"
 #include "service/LocalStore.h"
 #include "service/Replies.h"
+#include "service/ServiceCall.h"
 #include "service/TextHelpers.h"
 #include "service/WSRequest.h"
 #include "weather/WeatherApiRequest.h"
@@ -26,7 +27,6 @@ using service::LocalStore;
 namespace {
 
 Platform& P() { return Platform::current(); }
-void log(const QString& line) { P().application().log(line); }
 
 // -[NSString capitalizedString]: each word's first letter upper case, the rest lower case, with no
 // regard to the language.
@@ -128,14 +128,9 @@ ViewController::ViewController(QObject* parent)
 
 QUrl ViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Home/HomeView.qml")); }
 
-platform::ViewController* ViewController::hudHost() {
-    if (NavigationController* nav = navigationController()) return nav;
-    return this;
-}
-
 void ViewController::viewDidLoad() {
     // 1.
-    hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    hud = ProgressHUD::showHUDAddedTo(service::hudHost(this), true);
     // 2.
     viewEvent->setBorderWidth(1.0);
     viewEvent->setBorderColor(QColor::fromRgbF(0.2, 0.2, 0.2));
@@ -158,7 +153,7 @@ void ViewController::viewWillAppear(bool) {
 void ViewController::viewDidAppear(bool) {
     // 1.
     const Json user = LocalStore::userInfo();
-    log(storeDescription());
+    service::log(storeDescription());
     if (user.isUndefined()) {
         // 2. Nobody is signed in.
         handOver(QStringLiteral("loginVC"));
@@ -174,10 +169,10 @@ void ViewController::viewDidAppear(bool) {
             setNotifBadge();
             service::WSRequest request;
             request.doParam = QStringLiteral("farmer/profile");
-            auto self = strong(this);
-            request.requestData([self, user](const Json& response) { self->profileReceived(response, user); },
+            service::ScreenCall call(this, QStringLiteral("farmer/profile"));
+            request.requestData(call.done([this, user](const Json& response) { profileReceived(response, user); }),
                                 // 5.
-                                [](const Json& error) { log(QStringLiteral("farmer/profile: %1").arg(description(error))); });
+                                call.failed());
         } else {
             // 4. The news content is built and dropped; this screen stays as it is.
             removeSplash();
@@ -240,13 +235,12 @@ void ViewController::forcedLogout() {
     LocalStore::logoutReset();
     service::WSRequest request;
     request.doParam = QStringLiteral("farmer/logout");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            log(description(response));
-            self->handOver(QStringLiteral("loginVC"));
-        },
-        [](const Json& error) { log(QStringLiteral("farmer/logout: %1").arg(description(error))); });
+    service::ScreenCall call(this, QStringLiteral("farmer/logout"));
+    request.requestData(call.done([this](const Json& response) {
+                            service::log(description(response));
+                            handOver(QStringLiteral("loginVC"));
+                        }),
+                        call.failed());
 }
 
 void ViewController::handOver(const QString& identifier) {
@@ -274,24 +268,24 @@ void ViewController::setNotifBadge() { notifications::Bell::setNotifBadge(this);
 void ViewController::getFarms() {
     farms::FarmerProductRequest request;
     request.doParam = QStringLiteral("farmer/produces");
-    auto self = strong(this);
-    request.requestData(
-        [self](const Json& response) {
-            if (self->hud) self->hud->hideAnimated(true);
-            if (service::statusOf(response) != 200) {
-                // A lost login: the sign-in opens, and the store keeps the record, so that the next start
-                // comes back here and tries again.
-                self->handOver(QStringLiteral("loginVC"));
-                auto again = self;
-                P().scheduler().after(1000, [again] { again->removeSplash(); });
-                return;
-            }
-            self->arrFarms = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("farmerProduces")}));
-            self->collFarms->reloadData();
-        },
-        [self](const Json&) {
-            if (self->hud) self->hud->hideAnimated(true);
-        });
+    // The indicator is the one the screen put up when it loaded.
+    service::ScreenCall call(this, QStringLiteral("farmer/produces"));
+    request.requestData(call.done([this](const Json& response) {
+                            if (hud) hud->hideAnimated(true);
+                            if (service::statusOf(response) != 200) {
+                                // A lost login: the sign-in opens, and the store keeps the record, so that
+                                // the next start comes back here and tries again.
+                                handOver(QStringLiteral("loginVC"));
+                                auto again = strong(this);
+                                P().scheduler().after(1000, [again] { again->removeSplash(); });
+                                return;
+                            }
+                            arrFarms = service::listOf(path(response, {QStringLiteral("data"), QStringLiteral("farmerProduces")}));
+                            collFarms->reloadData();
+                        }),
+                        call.failed([this](const Json&) {
+                            if (hud) hud->hideAnimated(true);
+                        }));
 }
 
 int ViewController::collFarmsNumberOfItems() {
@@ -448,38 +442,28 @@ void ViewController::sendPermissions() {
     request.etkSmsPermission = m_consent->smsPermission();
     request.etkEmailPermission = m_consent->emailPermission();
     request.etkAdvPermission = m_consent->advPermission();
-    auto self = strong(this);
+    service::ScreenCall call(this, QStringLiteral("farmer/etk"));
     // Whatever the answer, the question is answered: only the service brings it back.
-    request.updateFarmer([self](const Json&) { self->m_consent->viewKVKK->setHidden(true); },
-                         [](const Json& error) { log(QStringLiteral("farmer/etk: %1").arg(description(error))); });
+    request.updateFarmer(call.done([this](const Json&) { m_consent->viewKVKK->setHidden(true); }), call.failed());
 }
 
 // Adding a farm.
 
 void ViewController::saveFarm() {
     // Nothing is checked here: the service's answer is what the farmer sees.
-    hud = ProgressHUD::showHUDAddedTo(hudHost(), true);
+    service::ScreenCall call(this, QStringLiteral("produce/set"), service::ScreenCall::WithHud);
     farms::FarmerProductRequest request;
     request.doParam = QStringLiteral("produce/set");
     request.range = m_cropEditor->txtFarmSize->text();
     request.apsList = m_cropEditor->chosenProductIds();
     const Json plant = m_cropEditor->chosenPlant();
     if (!plant.isUndefined()) request.produceID = member(plant, QStringLiteral("id"));
-    auto self = strong(this);
-    request.addProduct(
-        [self](const Json& response) {
-            if (self->hud) self->hud->hideAnimated(true);
-            if (service::statusOf(response) != 200) {
-                auto* alert = AlertController::simple(QStringLiteral("Uyarı"), service::firstError(response), QStringLiteral("Tamam"));
-                self->presentViewController(alert, true);
-                return;
-            }
-            self->m_cropEditor->removeNewProduceView();
-            self->getFarms();
-        },
-        [self](const Json&) {
-            if (self->hud) self->hud->hideAnimated(true);
-        });
+    request.addProduct(call.done([this](const Json& response) {
+                           if (service::statusOf(response) != 200) return service::showFirstError(this, response);
+                           m_cropEditor->removeNewProduceView();
+                           getFarms();
+                       }),
+                       call.failed());
 }
 
 } // namespace ekinora::home

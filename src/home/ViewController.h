@@ -101,7 +101,6 @@ private:
     void profileReceived(const platform::Json& response, const platform::Json& storedRecord);
     // A new content stack with one screen, handed to the side menu, which closes.
     void handOver(const QString& identifier);
-    platform::ViewController* hudHost();
     // The permissions go to the service; whatever the answer, the question is answered.
     void sendPermissions();
     // The new farm goes to the service, unchecked: the service's answer is what the farmer sees.

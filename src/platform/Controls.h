@@ -359,10 +359,17 @@ class BarButtonItem : public Button {
 public:
     using Button::Button;
     QString badgeValue() const { return m_badge; }
-    void setBadgeValue(const QString& b) { set(m_badge, b); }
+    // Every assignment is told, an unchanged value included: an item's own badge may act on each.
+    void setBadgeValue(const QString& b) {
+        set(m_badge, b);
+        emit badgeValueAssigned();
+    }
     // An arrangement of the item's own drawn over its button, with the item as its model (a badge that
     // behaves otherwise than the plain one); empty for the plain badge.
     virtual QUrl overlaySource() const { return {}; }
+
+signals:
+    void badgeValueAssigned();
 
 private:
     QString m_badge;

@@ -27,14 +27,9 @@ QSizeF BadgeLabel::sizeThatFits() const {
 }
 
 BadgeBarButtonItem::BadgeBarButtonItem(const QString& name, QObject* parent) : BarButtonItem(name, parent) {
-    // The value is the item's own property; each new value goes through the badge's rules.
-    connect(this, &View::changed, this, [this] {
-        const QString value = badgeValue();
-        if (value == m_seenValue && value.isNull() == m_seenNull) return;
-        m_seenValue = value;
-        m_seenNull = value.isNull();
-        badgeValueSet();
-    });
+    // The value is the item's own property; every assignment goes through the badge's rules, an
+    // unchanged value too (after a removal, the same value again makes a new label).
+    connect(this, &BarButtonItem::badgeValueAssigned, this, &BadgeBarButtonItem::badgeValueSet);
 }
 
 QUrl BadgeBarButtonItem::overlaySource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Widgets/BarButtonBadge.qml")); }

@@ -128,8 +128,6 @@ private:
     void badgeValueSet();
 
     BadgeLabel* m_badge = nullptr;
-    QString m_seenValue;
-    bool m_seenNull = true;
     // Unset until badgeInit gives the defaults: zero, false, no colour.
     QColor m_bgColor;
     QColor m_textColor;

@@ -42,6 +42,10 @@ Slider::Slider(const QString& name, QObject* parent)
     initialize();
 }
 
+Slider::~Slider() {
+    if (m_timer && platform::Platform::exists()) platform::Platform::current().scheduler().cancel(m_timer);
+}
+
 void Slider::initialize() {
     m_slider->setFrame(QRectF(QPointF(0, 0), m_size));
     m_pagger->setCurrentPage(0);
@@ -75,10 +79,10 @@ void Slider::setupSliderView() {
     if (m_slides.size() >= 2) {
         platform::Scheduler& scheduler = platform::Platform::current().scheduler();
         if (m_timer) scheduler.cancel(m_timer);
-        // The timer holds on to its slider; here a slider that has gone leaves it ticking idly.
-        m_timer = scheduler.every(AutoSlideInterval, [self = QPointer<Slider>(this)] {
-            if (self) self->autoStartSlide();
-        });
+        // The timer holds its slider: from now on the slider does not go with its screen, and a slider
+        // in a screen that has gone keeps ticking.
+        setParent(nullptr);
+        m_timer = scheduler.every(AutoSlideInterval, [self = this] { self->autoStartSlide(); });
     }
     drawRect();
 }

@@ -103,8 +103,8 @@ private:
 
 // A row of pictures that pages by itself: one page per picture address, a move to the next page every
 // 5 seconds, from the last one back to the first, and dots for the pages. With fewer than two pictures
-// no timer is started. The timer is replaced only by the next setupSliderView and outlives a screen that
-// has gone.
+// no timer is started. The timer is replaced only by the next setupSliderView; it holds its slider, which
+// then outlives its screen and keeps paging.
 class Slider : public platform::View {
     Q_OBJECT
     QML_ELEMENT
@@ -120,6 +120,7 @@ public:
     static constexpr double SlideAnimationDuration = 0.5;
 
     explicit Slider(const QString& name = QStringLiteral("slider"), QObject* parent = nullptr);
+    ~Slider() override; // a slider destroyed on purpose takes its timer with it
 
     platform::View* customView() const { return m_customView; }
     PageControl* pagger() const { return m_pagger; }
