@@ -11,7 +11,7 @@ packages=(
   qml6-module-qtquick-layouts qml6-module-qtquick-window qml6-module-qtqml-workerscript
   qt6-webengine-dev qml6-module-qtwebengine qml6-module-qtwebchannel
   qt6-multimedia-dev qml6-module-qtmultimedia gstreamer1.0-plugins-base gstreamer1.0-plugins-good
-  libcpp-httplib-dev nlohmann-json3-dev libsqlite3-dev libssl-dev zlib1g-dev libbrotli-dev
+  libzxing-dev libcpp-httplib-dev nlohmann-json3-dev libsqlite3-dev libssl-dev zlib1g-dev libbrotli-dev
   xvfb xauth
 )
 
