@@ -12,6 +12,7 @@
 #include "home/HomeScreens.h"
 #include "market/MarketScreens.h"
 #include "info/InfoScreens.h"
+#include "loyalty/LoyaltyScreens.h"
 #include "news/NewsScreens.h"
 #include "notifications/NotificationsScreens.h"
 #include "platform/Platform.h"
@@ -57,6 +58,7 @@ void Ekinora::registerScreens() {
     events::registerScreens();
     videos::registerScreens();
     info::registerScreens();
+    loyalty::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }

@@ -1,4 +1,5 @@
 #include "Ekinora.h"
+#include "platform/Capture.h"
 #include "platform/ProcessSetup.h"
 
 #include <QCommandLineParser>
@@ -18,8 +19,13 @@ int main(int argc, char** argv) {
                                    QStringLiteral("URL"));
     QCommandLineOption settingsDir(QStringLiteral("settings-dir"), QStringLiteral("Directory of store.ini."),
                                    QStringLiteral("DIR"));
-    parser.addOptions({serviceBase, settingsDir});
+    QCommandLineOption cameraSource(QStringLiteral("camera-source"),
+                                    QStringLiteral("Pictures or a video of codes to read in place of the camera: a picture, "
+                                                   "a folder of pictures shown in turn, or a video file."),
+                                    QStringLiteral("PATH"));
+    parser.addOptions({serviceBase, settingsDir, cameraSource});
     parser.process(app);
+    if (parser.isSet(cameraSource)) ekinora::platform::DevelopmentCamera::install(parser.value(cameraSource));
 
     ekinora::StartOptions options;
     options.serviceBase = parser.value(serviceBase);
