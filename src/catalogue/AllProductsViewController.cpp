@@ -16,7 +16,6 @@ AllProductsViewController::AllProductsViewController(QObject* parent)
       collectionView(makeControl<TableView>("collectionView")) {
     searchBar->setPlaceholder(QStringLiteral("Ürün ara"));
     addSegue(QStringLiteral("toProductDetailFromAllVC"), SegueKind::Show, QStringLiteral("ProductDetailSB"));
-    provideProductPictures();
     // Made with the screen, so that the bar shows it from the first push.
     auto* item = gridSwitch(this);
     item->addTarget(this, &AllProductsViewController::changeGridWithSender);

@@ -16,7 +16,6 @@ SelectedProductViewController::SelectedProductViewController(QObject* parent)
       collectionViewBottom(makeControl<TableView>("collectionViewBottom")),
       collectionViewTop(makeControl<TableView>("collectionViewTop")) {
     addSegue(QStringLiteral("toProductDetailFromSelectedVC"), SegueKind::Show, QStringLiteral("ProductDetailSB"));
-    provideProductPictures();
     // Made with the screen, so that the bar shows it from the first push.
     auto* item = gridSwitch(this);
     item->addTarget(this, &SelectedProductViewController::changeGridWithSender);

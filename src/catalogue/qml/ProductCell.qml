@@ -38,8 +38,7 @@ Item {
             fillMode: Image.PreserveAspectFit
             asynchronous: true
             sourceSize: cell.tile ? Qt.size(240, 315) : Qt.size(144, 189)
-            // Through the catalogue's loader, which asks for each picture on its own.
-            source: cell.values.imgView ? "image://productPictures/" + encodeURIComponent(cell.values.imgView) : ""
+            source: cell.values.imgView || ""
         }
         Column {
             x: cell.tile ? 8 : picture.x + picture.width + 12
