@@ -2,6 +2,7 @@
 #include "catalogue/Catalogue.h"
 #include "seeds/Seeds.h"
 #include "conversations/Conversations.h"
+#include "loyalty/Loyalty.h"
 
 namespace ekinora::server {
 
@@ -423,6 +424,8 @@ CREATE TABLE video_streams (
         {80, "conversation_threads", conversations::conversationsSchemaSql()},
         {90, "seeds", seeds::schemaSql()},
         {91, "seeds_seed", seeds::seedSql()},
+        {100, "loyalty", loyalty::schemaSql()},
+        {101, "loyalty_seed", loyalty::seedSql()},
     };
     return list;
 }
