@@ -21,6 +21,9 @@ const std::string Dealer = testing::tokenOf("dealer");
 std::string code(int n) {
     return loyalty::serialNumber(n);
 }
+httplib::Headers bareToken(const std::string& token) {
+    return {{"Authorization", token}};
+}
 std::string type(const Reply& r) {
     return r.json["message"].value("type", "");
 }
@@ -105,16 +108,16 @@ private slots:
     }
 
     void bareTokenCommandsAndTheStableQrCode() {
-        const httplib::Headers bare = {{"Authorization", Farmer}};
+        const httplib::Headers bare = bareToken(Farmer);
         QCOMPARE(q(s->get("/api/?do=farmer/qr-code", bare).json["data"]["qrCode"].get<std::string>()),
                  q(loyalty::DemoFarmerQr));
         const std::string web = s->get("/api/?do=webviewToken", bare).json["data"]["webviewToken"];
         QVERIFY(web.size() >= 32);
 
         const std::string other = newAccount("05339990001", "farmer");
-        const std::string first = s->get("/api/?do=farmer/qr-code", {{"Authorization", other}}).json["data"]["qrCode"];
+        const std::string first = s->get("/api/?do=farmer/qr-code", bareToken(other)).json["data"]["qrCode"];
         s->start();
-        QCOMPARE(q(s->get("/api/?do=farmer/qr-code", {{"Authorization", other}}).json["data"]["qrCode"].get<std::string>()),
+        QCOMPARE(q(s->get("/api/?do=farmer/qr-code", bareToken(other)).json["data"]["qrCode"].get<std::string>()),
                  q(first));
         QCOMPARE(q(s->get("/api/?do=farmer/qr-code", bare).json["data"]["qrCode"].get<std::string>()),
                  q(loyalty::DemoFarmerQr));
@@ -122,7 +125,7 @@ private slots:
 
     void portalShowsOnlyTheWebTokensAccount() {
         auto webToken = [&](const std::string& t) {
-            return s->get("/api/?do=webviewToken", {{"Authorization", t}}).json["data"]["webviewToken"].get<std::string>();
+            return s->get("/api/?do=webviewToken", bareToken(t)).json["data"]["webviewToken"].get<std::string>();
         };
         const Reply own = s->get("/loyalty/Login/INdex?token=" + webToken(Farmer));
         QCOMPARE(own.http, 200);
@@ -136,8 +139,8 @@ private slots:
         QVERIFY(q(other.body).contains("Ayşe Kaplan"));
         QVERIFY(!q(other.body).contains("Hasan Doğru"));
 
-        for (const std::string target : {"/loyalty/Login/INdex", "/loyalty/Login/INdex?token=yanlis",
-                                         "/loyalty/Login/INdex?token=" + Farmer}) {
+        for (const std::string& target : std::vector<std::string>{"/loyalty/Login/INdex", "/loyalty/Login/INdex?token=yanlis",
+                                                                  "/loyalty/Login/INdex?token=" + Farmer}) {
             const Reply refused = s->get(target);
             QCOMPARE(refused.http, 401);
             QVERIFY2(q(refused.body).contains("Giriş yapılamadı") && !q(refused.body).contains("Hasan"), target.c_str());
@@ -211,7 +214,7 @@ private slots:
         QCOMPARE(add(mine, 9, inactive).status(), 401);
 
         // Ended from the scanner, with no body: the code is free for the other dealer.
-        const Reply ended = Reply::from(s->client->Post("/api/?do=dealer/delete-transaction", s->bearer(Dealer), "", ""));
+        const Reply ended = Reply::from(s->client->Post("/api/?do=dealer/delete-transaction", s->bearer(Dealer), std::string(), std::string()));
         QCOMPARE(q(type(ended)), "success");
         QCOMPARE(q(type(add(theirs, 8, second))), "success");
         QVERIFY(q(text(add(mine, 10))).contains("sonlandırılmış"));

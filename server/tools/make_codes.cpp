@@ -103,8 +103,10 @@ bool writePng(const std::filesystem::path& path, const Image& image) {
 
 std::string readBack(const Image& image) {
     ZXing::DecodeHints hints;
-    hints.setTryHarder(true).setTryRotate(true);
-    const auto result = ZXing::ReadBarcode({image.pixels.data(), image.width, image.height, ZXing::ImageFormat::Lum}, hints);
+    hints.setTryHarder(true);
+    hints.setTryRotate(true);
+    const ZXing::ImageView view(image.pixels.data(), image.width, image.height, ZXing::ImageFormat::Lum);
+    const auto result = ZXing::ReadBarcode(view, hints);
     return result.isValid() ? result.utf8() : std::string();
 }
 

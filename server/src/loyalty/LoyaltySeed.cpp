@@ -3,7 +3,7 @@
 #include "accounts/DemoAccounts.h"
 
 #include <cstdio>
-#include <stdexcept>
+#include <iterator>
 #include <vector>
 
 namespace ekinora::server::loyalty {

@@ -3,6 +3,7 @@
 #include "core/Envelope.h"
 
 #include <string>
+#include <utility>
 
 namespace ekinora::server::loyalty {
 
@@ -21,11 +22,11 @@ inline Json warning(const std::string& field, const std::string& text) {
 
 // A product's name as a plain label shows it: the registered mark as "®", other tags dropped.
 inline std::string plainName(std::string name) {
-    for (const auto& [from, to] : {std::pair<std::string, std::string>{"<sup>&reg;</sup>", "®"},
-                                   {"<sup>", ""}, {"</sup>", ""}}) {
+    static const std::pair<std::string, std::string> replacements[] = {
+        {"<sup>&reg;</sup>", "®"}, {"<sup>", ""}, {"</sup>", ""}};
+    for (const auto& [from, to] : replacements)
         for (auto at = name.find(from); at != std::string::npos; at = name.find(from, at + to.size()))
             name.replace(at, from.size(), to);
-    }
     return name;
 }
 
