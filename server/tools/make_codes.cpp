@@ -4,12 +4,15 @@
 // never shipped. Usage: make_codes <output folder>
 #include "loyalty/Loyalty.h"
 
+// Results as UTF-8 text.
+#define ZX_USE_UTF8
 #include <ZXing/BitMatrix.h>
 #include <ZXing/MultiFormatWriter.h>
 #include <ZXing/ReadBarcode.h>
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -37,6 +40,16 @@ Image encode(ZXing::BarcodeFormat format, const std::string& text, int width, in
         for (int x = 0; x < image.width; ++x)
             image.pixels[size_t(y) * size_t(image.width) + size_t(x)] = bits.get(x, y) ? 0 : 255;
     return image;
+}
+
+// A white quiet zone around the code, as printed labels have.
+Image padded(const Image& image, int border) {
+    Image out{image.width + 2 * border, image.height + 2 * border, {}};
+    out.pixels.assign(size_t(out.width) * size_t(out.height), 255);
+    for (int y = 0; y < image.height; ++y)
+        std::copy_n(&image.pixels[size_t(y) * size_t(image.width)], image.width,
+                    &out.pixels[size_t(y + border) * size_t(out.width) + size_t(border)]);
+    return out;
 }
 
 // A scuffed label: a grey blot over part of the code, within what the error correction restores.
@@ -107,7 +120,7 @@ std::string readBack(const Image& image) {
     hints.setTryRotate(true);
     const ZXing::ImageView view(image.pixels.data(), image.width, image.height, ZXing::ImageFormat::Lum);
     const auto result = ZXing::ReadBarcode(view, hints);
-    return result.isValid() ? result.utf8() : std::string();
+    return result.isValid() ? result.text() : std::string();
 }
 
 struct Entry {
@@ -142,10 +155,10 @@ int main(int argc, char** argv) {
     for (int n = 1; n <= 4; ++n) {
         char name[40];
         std::snprintf(name, sizeof name, "package-%02d-ean13.png", n);
-        entries.push_back({name, serialNumber(n), encode(BarcodeFormat::EAN13, serialNumber(n), 300, 120),
+        entries.push_back({name, serialNumber(n), padded(encode(BarcodeFormat::EAN13, serialNumber(n), 300, 120), 24),
                            "package " + std::to_string(n) + " as an EAN-13 barcode"});
         std::snprintf(name, sizeof name, "package-%02d-datamatrix.png", n);
-        entries.push_back({name, serialNumber(n), encode(BarcodeFormat::DataMatrix, serialNumber(n), 160, 160),
+        entries.push_back({name, serialNumber(n), padded(encode(BarcodeFormat::DataMatrix, serialNumber(n), 160, 160), 16),
                            "package " + std::to_string(n) + " as a Data Matrix code"});
     }
     entries.push_back({"package-13-scanned-qr.png", serialNumber(13), qr(serialNumber(13)),
