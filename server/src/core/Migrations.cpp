@@ -2,6 +2,7 @@
 #include "catalogue/Catalogue.h"
 #include "seeds/Seeds.h"
 #include "conversations/Conversations.h"
+#include "loyalty/Loyalty.h"
 
 namespace ekinora::server {
 
@@ -423,6 +424,8 @@ CREATE TABLE video_streams (
         {80, "conversation_threads", conversations::conversationsSchemaSql()},
         {90, "seeds", seeds::schemaSql()},
         {91, "seeds_seed", seeds::seedSql()},
+        {100, "loyalty", loyalty::schemaSql()},
+        {101, "loyalty_seed", loyalty::seedSql()},
         // Product ids go under 100: a pest card of the crop calendar clears the pictures tagged 0 to 99
         // and tags a product's picture with its id, so a higher id left old pictures under new ones.
         // Databases seeded with 101 to 112 take 51 to 62, with every reference to them.
