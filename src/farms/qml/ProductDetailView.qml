@@ -11,9 +11,8 @@ Rectangle {
     id: root
     required property ProductDetailViewController controller
     objectName: "ProductDetailViewController"
-    color: "#f3f5f0"
+    color: Theme.page
 
-    readonly property color ink: "#333333"
     readonly property real header: 300
 
     // Under the banner, so that the white names read before a picture comes.
@@ -187,7 +186,7 @@ Rectangle {
                 anchors.centerIn: parent
                 rotation: list.sideLabel ? list.sideLabel.rotation : 0
                 text: list.sideLabel ? list.sideLabel.text : ""
-                color: list.sideLabel ? list.sideLabel.textColor : root.ink
+                color: list.sideLabel ? list.sideLabel.textColor : Theme.ink
                 font.pixelSize: list.sideLabel ? list.sideLabel.fontSize : 16
                 font.weight: Font.Medium
             }
