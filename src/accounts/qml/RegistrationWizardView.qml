@@ -154,7 +154,7 @@ Item {
                 id: farmsList
                 readonly property UITableView table: root.controller.collFarms
                 objectName: "collFarms"
-                visible: !table.hidden // qmllint disable property
+                visible: !table.hidden // qmllint disable type
                 anchors { left: parent.left; right: parent.right; top: cropsHead.bottom; bottom: parent.bottom; topMargin: 8 }
                 clip: true
                 boundsBehavior: Flickable.StopAtBounds
