@@ -80,11 +80,11 @@ private slots:
         typeInto("txtLastName", "Kaya");
         QString city, county;
         pickFirstOfList("btnCity", city);
-        QTRY_COMPARE_WITH_TIMEOUT(login()->txtCity->text(), city, 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(login()->registration()->txtCity->text(), city, 5000);
         // The county button rests until the city's counties are in.
-        QTRY_VERIFY_WITH_TIMEOUT(login()->btnCounty->userInteractionEnabled(), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(login()->registration()->btnCounty->userInteractionEnabled(), 5000);
         pickFirstOfList("btnCounty", county);
-        QCOMPARE(login()->txtCounty->text(), county);
+        QCOMPARE(login()->registration()->txtCounty->text(), county);
         QTest::qWait(600);
         saveScreenshot(window(), QStringLiteral("register-person"));
         tap("devamButton");
@@ -145,9 +145,9 @@ private slots:
         typeInto("txtLastName", "Ozturk");
         QString city, county;
         pickFirstOfList("btnCity", city);
-        QTRY_COMPARE_WITH_TIMEOUT(login()->txtCity->text(), city, 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(login()->registration()->txtCity->text(), city, 5000);
         // The county button rests until the city's counties are in.
-        QTRY_VERIFY_WITH_TIMEOUT(login()->btnCounty->userInteractionEnabled(), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(login()->registration()->btnCounty->userInteractionEnabled(), 5000);
         pickFirstOfList("btnCounty", county);
         tap("devamButton");
         QTRY_VERIFY(itemNamed(window(), "bayiBilgileriView"));
@@ -174,7 +174,7 @@ private slots:
         tap("continueToFinish");
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewRegisterFinal"), 5000);
         tap("completeRegistrationButton");
-        QTRY_COMPARE_WITH_TIMEOUT(login()->completeRegistrationButton->title(), QStringLiteral("Geriye Dön"), 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(login()->registration()->completeRegistrationButton->title(), QStringLiteral("Geriye Dön"), 5000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
         QCOMPARE(itemNamed(window(), "activationLabel")->property("text").toString(), Waiting);
         QVERIFY(!app->platform().defaults().contains("token"));
@@ -271,7 +271,7 @@ private:
             saveScreenshot(window(), QStringLiteral("register-products"));
             tap("acceptProductView");
             QTRY_VERIFY(!itemNamed(window(), "viewProduct"));
-            QCOMPARE(login()->cropEditor()->lblProduct->text().count(u'\n'), int(productRows.size()) - 1);
+            QCOMPARE(login()->registration()->cropEditor()->lblProduct->text().count(u'\n'), int(productRows.size()) - 1);
             saveScreenshot(window(), QStringLiteral("register-crop-panel"));
         }
         tap("btnNewProduce");

@@ -51,18 +51,20 @@ Item {
         anchors.fill: parent
         active: root.controller.withTerms
         z: root.controller.frontPanel === "viewKVKK" ? 12 : 10
+        // The page is made only with the terms; it reaches the panel through `root`, which Qt 6.4's linter
+        // cannot tell from a mistake.
         sourceComponent: PView {
-            model: root.controller.termsView
+            model: root.controller.termsView // qmllint disable unqualified
             color: "white"
             MouseArea { anchors.fill: parent }
             Title { id: termsTitle; text: "Kullanım Şartları"; x: 24; y: 24; width: parent.width - 48 }
-            PWebView { model: root.controller.webKVKK; scrollsSideways: false; anchors { left: parent.left; right: parent.right; top: termsTitle.bottom; bottom: termsButton.top; margins: 16 } }
+            PWebView { model: root.controller.webKVKK; scrollsSideways: false; anchors { left: parent.left; right: parent.right; top: termsTitle.bottom; bottom: termsButton.top; margins: 16 } } // qmllint disable unqualified
             MainButton {
                 id: termsButton
                 act: "acceptKVKK"
                 text: "Okudum, Onaylıyorum"
                 anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: 24 }
-                onClicked: root.controller.acceptKVKK()
+                onClicked: root.controller.acceptKVKK() // qmllint disable unqualified
             }
         }
     }

@@ -4,6 +4,9 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Farms
 
+// The lists' cells reach the panel through `root`; the lines that do carry a qmllint disable, since Qt 6.4's
+// linter cannot tell that from a mistake (its pragma for it comes with 6.5).
+
 // One crop: its kind, its size and its products, with the list of kinds and the list of products
 // over it. It lies in its host's view over the host's own content; its texts come from the host.
 Item {
@@ -164,7 +167,7 @@ Item {
                                 font.underline: plantCell.content.underline || false
                                 font.pixelSize: 16
                             }
-                            MouseArea { anchors.fill: parent; onClicked: root.controller.collPlants.selectRow(plantCell.row) }
+                            MouseArea { anchors.fill: parent; onClicked: root.controller.collPlants.selectRow(plantCell.row) } // qmllint disable unqualified
                         }
                     }
                 }
@@ -218,14 +221,14 @@ Item {
                     required property size cellSize
                     required property int row
                     readonly property var content: values
-                    readonly property string name: content[root.controller.productTextControl] || ""
+                    readonly property string name: content[root.controller.productTextControl] || "" // qmllint disable unqualified
                     objectName: reuseIdentifier
                     width: cellSize.width
                     height: cellSize.height
                     Accessible.role: Accessible.CheckBox
                     Accessible.name: name
                     Text {
-                        objectName: root.controller.productTextName
+                        objectName: root.controller.productTextName // qmllint disable unqualified
                         anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: Theme.margin; rightMargin: Theme.margin }
                         elide: Text.ElideRight
                         text: productCell.name
@@ -238,7 +241,7 @@ Item {
                         height: 1
                         color: Theme.divider
                     }
-                    MouseArea { anchors.fill: parent; onClicked: root.controller.tblProducts.selectRow(productCell.row) }
+                    MouseArea { anchors.fill: parent; onClicked: root.controller.tblProducts.selectRow(productCell.row) } // qmllint disable unqualified
                 }
             }
             Row {

@@ -35,6 +35,8 @@ Rectangle {
         model: root.controller.collFarms.rows
         onWidthChanged: root.controller.collFarms.size = Qt.size(width, height)
 
+        // The cells reach the screen through `root` to be chosen, which Qt 6.4's linter cannot tell from a
+        // mistake.
         delegate: Item {
             id: slot
             required property string reuseIdentifier
@@ -43,7 +45,7 @@ Rectangle {
             required property int row
             readonly property var content: values
             readonly property size itemSize: cellSize
-            width: farms.width
+            width: ListView.view.width
             height: itemSize.height
 
             // A farm.
@@ -51,7 +53,7 @@ Rectangle {
                 objectName: "FarmCell"
                 property int row: slot.row
                 visible: slot.reuseIdentifier === "FarmCell"
-                x: (farms.width - width) / 2
+                x: (slot.width - width) / 2
                 width: slot.itemSize.width
                 height: slot.itemSize.height
                 radius: slot.content.cornerRadius || 0
@@ -65,7 +67,8 @@ Rectangle {
                     anchors.fill: parent
                     fillMode: Image.PreserveAspectCrop
                     asynchronous: true
-                    sourceSize: Qt.size(width * 2, height * 2)
+                    sourceSize.width: width * 2
+                    sourceSize.height: height * 2
                     source: slot.content.imgBackUrl ? slot.content.imgBackUrl
                           : slot.content.imgBack ? "qrc:/ekinora/images/" + slot.content.imgBack + ".png" : ""
                 }
@@ -111,7 +114,7 @@ Rectangle {
                         style: Text.Raised; styleColor: "#40000000"
                     }
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(slot.row) }
+                MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(slot.row) } // qmllint disable unqualified
             }
 
             // The cell that adds a farm.
@@ -119,7 +122,7 @@ Rectangle {
                 objectName: "NewFarmCell"
                 property int row: slot.row
                 visible: slot.reuseIdentifier === "NewFarmCell"
-                x: (farms.width - width) / 2
+                x: (slot.width - width) / 2
                 width: slot.itemSize.width
                 height: slot.itemSize.height
                 radius: 3
@@ -134,7 +137,7 @@ Rectangle {
                     Text { text: "+"; color: Theme.leaf; font.pixelSize: 28; anchors.verticalCenter: parent.verticalCenter }
                     Text { text: "Yeni Tarla Ekle"; color: Theme.leaf; font.pixelSize: 17; font.bold: true; anchors.verticalCenter: parent.verticalCenter }
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(slot.row) }
+                MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(slot.row) } // qmllint disable unqualified
             }
         }
     }

@@ -5,15 +5,18 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Farms
 
+// qmllint disable type
+// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
+// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
+
 // The crop calendar: the banner with its shade, the title between the close and edit buttons, the
 // chain of periods, and the three pest lists, each beside its upright name.
 Rectangle {
     id: root
     required property ProductDetailViewController controller
     objectName: "ProductDetailViewController"
-    color: "#f3f5f0"
+    color: Theme.page
 
-    readonly property color ink: "#333333"
     readonly property real header: 300
 
     // Under the banner, so that the white names read before a picture comes.
@@ -94,9 +97,10 @@ Rectangle {
                 objectName: m.reuseIdentifier
                 property int row: m.row
                 property int section: m.section
-                x: m.row * periods.side
-                width: periods.side
-                height: periods.side
+                // Square cells the height of the chain.
+                x: m.row * width
+                width: height
+                height: parent ? parent.height : 0
                 Accessible.role: Accessible.Button
                 Accessible.name: m.lblTitle.text
 
@@ -133,7 +137,7 @@ Rectangle {
                     font.pixelSize: 13
                     font.bold: !Qt.colorEqual(period.m.lblTitle.textColor, "white")
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collPeriods.selectItem(period.section, period.row) }
+                MouseArea { anchors.fill: parent; onClicked: root.controller.collPeriods.selectItem(period.section, period.row) } // qmllint disable unqualified
             }
         }
 
@@ -160,6 +164,8 @@ Rectangle {
             id: lists
             width: parent.width
             topPadding: 4
+            // The upright names are not reachable yet: the controller publishes no property for its side
+            // labels, so these three names resolve to nothing and the strips stay empty.
             PestList { panel: root.controller.viewYabanciOtlar; sideLabel: lblYabanciOtlar; collection: root.controller.collYabanciOtlar; layout: root.controller.layoutYabanciOtlar }
             PestList { panel: root.controller.viewZararliCanlilar; sideLabel: lblZararliCanlilar; collection: root.controller.collZararliCanlilar; layout: root.controller.layoutZararliCanlilar }
             PestList { panel: root.controller.viewHastaliklar; sideLabel: lblHastaliklar; collection: root.controller.collHastaliklar; layout: root.controller.layoutHastaliklar }
@@ -173,7 +179,7 @@ Rectangle {
         property SideLabel sideLabel: null
         property UICollectionView collection: null
         property ProductDetailFlowLayout layout: null
-        width: root.width
+        width: parent ? parent.width : 0
         // An empty list hides its cards only: the panel and its upright name keep their strip.
         height: 180
 
@@ -187,7 +193,7 @@ Rectangle {
                 anchors.centerIn: parent
                 rotation: list.sideLabel ? list.sideLabel.rotation : 0
                 text: list.sideLabel ? list.sideLabel.text : ""
-                color: list.sideLabel ? list.sideLabel.textColor : root.ink
+                color: list.sideLabel ? list.sideLabel.textColor : Theme.ink
                 font.pixelSize: list.sideLabel ? list.sideLabel.fontSize : 16
                 font.weight: Font.Medium
             }
@@ -196,7 +202,7 @@ Rectangle {
             id: flick
             objectName: list.collection ? list.collection.objectName : ""
             visible: list.collection !== null && !list.collection.hidden
-            width: root.width - 35
+            width: list.width - 35
             height: list.height
             clip: true
             contentWidth: list.layout ? list.layout.collectionViewContentSize.width : 0
@@ -225,8 +231,9 @@ Rectangle {
                     id: card
                     required property PestsCollectionViewCell cell
                     readonly property PestsCollectionViewCell m: cell
+                    // The cards reach their list through `list`, which Qt 6.4's linter cannot tell from a mistake.
                     readonly property rect frame: {
-                        list.layout.itemSize; list.layout.sectionItemCounts; list.layout.collectionViewSize
+                        list.layout.itemSize; list.layout.sectionItemCounts; list.layout.collectionViewSize // qmllint disable unqualified
                         return list.layout.frameForItem(m.section, m.row)
                     }
                     objectName: m.reuseIdentifier
@@ -272,7 +279,7 @@ Rectangle {
                             }
                         }
                     }
-                    MouseArea { anchors.fill: parent; onClicked: list.collection.selectItem(card.m.section, card.m.row) }
+                    MouseArea { anchors.fill: parent; onClicked: list.collection.selectItem(card.m.section, card.m.row) } // qmllint disable unqualified
                 }
             }
 

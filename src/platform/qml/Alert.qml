@@ -2,6 +2,10 @@ import QtQuick
 import Ekinora.Platform
 import QtQuick.Controls
 
+// qmllint disable type
+// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
+// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
+
 // A centred alert, or an action sheet at the bottom: title, message and its buttons in order.
 Item {
     id: root
@@ -55,24 +59,29 @@ Item {
             Item { width: 1; height: 18 }
             Repeater {
                 model: root.controller.buttonTitles
+                // The delegate reaches the alert through `root`, which Qt 6.4's linter cannot tell from a mistake.
                 delegate: Column {
-                    width: column.width
+                    id: choice
+                    required property string modelData
+                    required property int index
+                    readonly property int style: root.controller.buttonStyles[index] // qmllint disable unqualified
+                    width: parent ? parent.width : 0
                     Rectangle { width: parent.width; height: 1; color: "#dcdcdc" }
                     AbstractButton {
                         objectName: "alertButton"
                         width: parent.width
                         height: 48
-                        text: modelData
-                        Accessible.name: modelData
+                        text: choice.modelData
+                        Accessible.name: choice.modelData
                         contentItem: Text {
-                            text: modelData
+                            text: choice.modelData
                             font.pixelSize: 17
-                            font.bold: root.controller.buttonStyles[index] === 1
-                            color: root.controller.buttonStyles[index] === 2 ? "#e0302a" : "#0a7aff"
+                            font.bold: choice.style === 1
+                            color: choice.style === 2 ? "#e0302a" : "#0a7aff"
                             horizontalAlignment: Text.AlignHCenter
                             verticalAlignment: Text.AlignVCenter
                         }
-                        onClicked: root.controller.tapButton(index)
+                        onClicked: root.controller.tapButton(choice.index) // qmllint disable unqualified
                     }
                 }
             }

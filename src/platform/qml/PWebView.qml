@@ -1,6 +1,10 @@
 import QtQuick
 import Ekinora.Platform
 
+// qmllint disable type
+// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
+// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
+
 // A web view bound to its model. The web engine is loaded only once the view is first shown.
 Item {
     id: root

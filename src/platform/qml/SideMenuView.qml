@@ -30,17 +30,18 @@ Item {
         Repeater {
             objectName: "contentViewShadow"
             model: root.controller.contentViewShadowEnabled ? Math.max(0, Math.round(root.controller.contentViewShadowRadius)) : 0
+            // The rings reach the container through `root`, which Qt 6.4's linter cannot tell from a mistake.
             Rectangle {
                 required property int index
-                readonly property real fade: 1 - (index + 0.5) / Math.max(1, root.controller.contentViewShadowRadius)
+                readonly property real fade: 1 - (index + 0.5) / Math.max(1, root.controller.contentViewShadowRadius) // qmllint disable unqualified
                 x: -(index + 1)
                 y: -(index + 1)
-                width: contentFrame.width + 2 * (index + 1)
-                height: contentFrame.height + 2 * (index + 1)
+                width: contentFrame.width + 2 * (index + 1) // qmllint disable unqualified
+                height: contentFrame.height + 2 * (index + 1) // qmllint disable unqualified
                 color: "transparent"
                 border.width: 1
-                border.color: root.controller.contentViewShadowColor
-                opacity: root.controller.contentViewShadowOpacity * fade * fade
+                border.color: root.controller.contentViewShadowColor // qmllint disable unqualified
+                opacity: root.controller.contentViewShadowOpacity * fade * fade // qmllint disable unqualified
             }
         }
         Rectangle {

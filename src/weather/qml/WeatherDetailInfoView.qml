@@ -3,6 +3,10 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Weather
 
+// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
+// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
+// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
+
 // A day: the place and date, the 24 hours in a strip, and the chosen hour's values (favourites, or all
 // of them with their stars while choosing).
 Rectangle {
@@ -70,7 +74,7 @@ Rectangle {
             required property int row
             objectName: "WeatherHourCell"
             width: cellSize.width
-            height: hours.height
+            height: hours.height // qmllint disable unqualified
             Rectangle {
                 anchors.fill: parent
                 radius: 3
@@ -84,7 +88,7 @@ Rectangle {
                 font.pixelSize: hour.values.fontSize || 14
                 font.bold: hour.values.chosen || false
             }
-            MouseArea { anchors.fill: parent; onClicked: root.controller.collectionWeatherHours.selectRow(hour.row) }
+            MouseArea { anchors.fill: parent; onClicked: root.controller.collectionWeatherHours.selectRow(hour.row) } // qmllint disable unqualified
         }
     }
 
@@ -102,11 +106,11 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
-            width: valueList.width
+            width: valueList.width // qmllint disable unqualified
             height: Math.max(cellSize.height, Theme.touch)
             Rectangle {
                 objectName: "WeatherCell"
-                x: (valueList.width - width) / 2
+                x: (valueList.width - width) / 2 // qmllint disable unqualified
                 width: slot.cellSize.width
                 height: parent.height
                 radius: slot.values.cornerRadius || 0
@@ -153,7 +157,7 @@ Rectangle {
                     name: slot.values.imageFav || ""
                     Accessible.name: name
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collectionWeather.selectRow(slot.row) }
+                MouseArea { anchors.fill: parent; onClicked: root.controller.collectionWeather.selectRow(slot.row) } // qmllint disable unqualified
             }
         }
     }

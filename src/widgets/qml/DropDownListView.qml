@@ -2,6 +2,10 @@ import QtQuick
 import Ekinora.Platform
 import Ekinora.Widgets
 
+// qmllint disable type
+// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
+// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
+
 // A drop-down list hanging from its button, unrolling up or down over the screen and closing the same
 // way. `model` is the screen's open list, or null once the screen forgets it; `senders` are the items
 // of the buttons a list may hang from. A forgotten list stays shown until its closing has played out.
@@ -85,6 +89,7 @@ Item {
                 anchors.margins: parent.border.width
                 boundsBehavior: Flickable.StopAtBounds
                 model: root.shown ? root.shown.table.rows : null
+                // The rows reach the list through `root`, which Qt 6.4's linter cannot tell from a mistake.
                 delegate: Rectangle {
                     id: cell
                     required property string reuseIdentifier
@@ -93,7 +98,7 @@ Item {
                     required property int row
                     objectName: reuseIdentifier
                     readonly property string title: values.title
-                    width: rows.width
+                    width: ListView.view.width
                     height: cellSize.height
                     color: tap.pressed ? "#d9d9d9" : "white"
                     Accessible.role: Accessible.Button
@@ -104,7 +109,7 @@ Item {
                         spacing: 12
                         Image {
                             id: picture
-                            source: root.pictureSource(cell.values.image)
+                            source: root.pictureSource(cell.values.image) // qmllint disable unqualified
                             visible: String(source).length > 0
                             height: Math.min(cell.height - 8, 32); width: height
                             fillMode: Image.PreserveAspectFit
@@ -115,7 +120,7 @@ Item {
                             width: parent.width - (picture.visible ? picture.width + parent.spacing : 0)
                             anchors.verticalCenter: parent.verticalCenter
                             color: "black"
-                            font.pixelSize: root.shown ? root.shown.cellFontSize : 16
+                            font.pixelSize: root.shown ? root.shown.cellFontSize : 16 // qmllint disable unqualified
                             font.weight: Font.Medium
                             horizontalAlignment: Text.AlignLeft
                             elide: Text.ElideRight
@@ -125,12 +130,12 @@ Item {
                     Rectangle {
                         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
                         height: 1
-                        color: root.shown ? root.shown.separatorColor : "transparent"
+                        color: root.shown ? root.shown.separatorColor : "transparent" // qmllint disable unqualified
                     }
                     MouseArea {
                         id: tap
                         anchors.fill: parent
-                        onClicked: root.shown.table.selectRow(cell.row)
+                        onClicked: root.shown.table.selectRow(cell.row) // qmllint disable unqualified
                     }
                 }
             }

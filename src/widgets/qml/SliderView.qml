@@ -3,6 +3,10 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import QtQuick.Controls
 
+// qmllint disable type
+// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
+// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
+
 // A picture slider: the pages side by side, dragged by the user or moved by the model every five
 // seconds, with the page dots over them. A page shows the placeholder until its picture has come.
 Item {
@@ -34,21 +38,23 @@ Item {
         Repeater {
             model: root.scroll ? root.scroll.imageViews : []
             delegate: Item {
-                x: modelData.frame.x
-                y: modelData.frame.y
-                width: modelData.frame.width
-                height: modelData.frame.height
+                id: page
+                required property SlideImageView modelData
+                x: page.modelData.frame.x
+                y: page.modelData.frame.y
+                width: page.modelData.frame.width
+                height: page.modelData.frame.height
                 Image {
                     anchors.fill: parent
                     visible: remote.status !== Image.Ready
-                    source: modelData.image.length > 0 ? "qrc:/ekinora/images/" + modelData.image + ".png" : ""
+                    source: page.modelData.image.length > 0 ? "qrc:/ekinora/images/" + page.modelData.image + ".png" : ""
                     fillMode: Image.Stretch
                 }
                 Image {
                     id: remote
                     anchors.fill: parent
                     asynchronous: true
-                    source: modelData.imageUrl
+                    source: page.modelData.imageUrl
                     fillMode: Image.Stretch
                 }
             }
