@@ -164,11 +164,9 @@ Rectangle {
             id: lists
             width: parent.width
             topPadding: 4
-            // The upright names are not reachable yet: the controller publishes no property for its side
-            // labels, so these three names resolve to nothing and the strips stay empty.
-            PestList { panel: root.controller.viewYabanciOtlar; sideLabel: lblYabanciOtlar; collection: root.controller.collYabanciOtlar; layout: root.controller.layoutYabanciOtlar }
-            PestList { panel: root.controller.viewZararliCanlilar; sideLabel: lblZararliCanlilar; collection: root.controller.collZararliCanlilar; layout: root.controller.layoutZararliCanlilar }
-            PestList { panel: root.controller.viewHastaliklar; sideLabel: lblHastaliklar; collection: root.controller.collHastaliklar; layout: root.controller.layoutHastaliklar }
+            PestList { panel: root.controller.viewYabanciOtlar; sideLabel: root.controller.lblYabanciOtlar; collection: root.controller.collYabanciOtlar; layout: root.controller.layoutYabanciOtlar }
+            PestList { panel: root.controller.viewZararliCanlilar; sideLabel: root.controller.lblZararliCanlilar; collection: root.controller.collZararliCanlilar; layout: root.controller.layoutZararliCanlilar }
+            PestList { panel: root.controller.viewHastaliklar; sideLabel: root.controller.lblHastaliklar; collection: root.controller.collHastaliklar; layout: root.controller.layoutHastaliklar }
         }
     }
 
