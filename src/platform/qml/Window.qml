@@ -16,6 +16,7 @@ ApplicationWindow {
 
     property Item contentLayer: contentLayer
     property Item presentedLayer: presentedLayer
+    property Item parkedLayer: parkedLayer
 
     // An indicator lies over the view it was added to: under the presented controllers for a screen of
     // the root, over them for a presented one. It blocks touches below it while a call runs.
@@ -33,6 +34,8 @@ ApplicationWindow {
         Accessible.name: "Yükleniyor"
     }
 
+    // Views of screens taken off the screen: still in the window, never drawn.
+    Item { id: parkedLayer; visible: false }
     Item { id: contentLayer; anchors.fill: parent }
     HUD { visible: window.appWindow.hudCount > window.appWindow.presentedHudCount }
     Item { id: presentedLayer; anchors.fill: parent }
