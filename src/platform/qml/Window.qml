@@ -38,8 +38,10 @@ ApplicationWindow {
     Item { id: parkedLayer; visible: false }
     Item { id: contentLayer; anchors.fill: parent }
     HUD { visible: window.appWindow.hudCount > window.appWindow.presentedHudCount }
-    Item { id: presentedLayer; anchors.fill: parent }
-    HUD { visible: window.appWindow.presentedHudCount > 0; z: 1000 }
+    // What is presented lies above what a screen of the root lays over the whole window (the home's
+    // splash, at 2000), as a presentation on the phone comes above the window's own views.
+    Item { id: presentedLayer; anchors.fill: parent; z: 2001 }
+    HUD { visible: window.appWindow.presentedHudCount > 0; z: 2002 }
 
     Rectangle {
         objectName: "waitOverlay"
@@ -47,7 +49,7 @@ ApplicationWindow {
         anchors.fill: parent
         visible: window.appWindow.waitVisible
         color: "#99000000"
-        z: 1001
+        z: 2003
         MouseArea { anchors.fill: parent; preventStealing: true }
         Column {
             anchors.centerIn: parent
