@@ -20,6 +20,6 @@ int main(int argc, char** argv) {
     const int first = probe.watch([] { return true; });
     startup::waitUntil([&] { return probe.at(first) >= 0; }, 10000);
     const startup::Memory then = startup::memoryNow();
-    startup::report({{"main", atMain}, {"first", probe.at(first)}, {"app", then.appMB}, {"tree", then.treeMB}});
+    startup::report({{"main", atMain}, {"first", probe.at(first)}, {"firstCpu", probe.processorAt(first)}, {"app", then.appMB}, {"tree", then.treeMB}});
     return probe.at(first) < 0 ? 1 : 0;
 }

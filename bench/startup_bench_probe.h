@@ -41,6 +41,14 @@ inline double sinceProcessStart() {
     return double(now.tv_sec) * 1000.0 + double(now.tv_nsec) / 1e6 - startMs;
 }
 
+// Processor time this process has used so far, all its threads, in milliseconds: on a busy machine
+// the wall-clock figures wait for a processor, this one does not.
+inline double processorMs() {
+    timespec used{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return double(used.tv_sec) * 1000.0 + double(used.tv_nsec) / 1e6;
+}
+
 inline long residentKiB(const QString& pid) {
     QFile status(QStringLiteral("/proc/%1/status").arg(pid));
     if (!status.open(QIODevice::ReadOnly)) return 0;
@@ -113,12 +121,18 @@ public:
         std::lock_guard<std::mutex> lock(m_mutex);
         m_conditions.push_back(std::move(condition));
         m_times.push_back(-1);
+        m_processor.push_back(-1);
         return int(m_conditions.size()) - 1;
     }
     // -1 until seen.
     double at(int mark) const {
         std::lock_guard<std::mutex> lock(m_mutex);
         return m_times.at(size_t(mark));
+    }
+    // Processor time used by then; -1 until seen.
+    double processorAt(int mark) const {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        return m_processor.at(size_t(mark));
     }
     int frames() const { return m_frames; }
 
@@ -131,16 +145,22 @@ private:
     }
     void swapped() {
         const double now = sinceProcessStart();
+        const double used = processorMs();
         std::lock_guard<std::mutex> lock(m_mutex);
         ++m_frames;
-        for (size_t i = 0; i < m_synced.size(); ++i)
-            if (m_synced[i] && m_times[i] < 0) m_times[i] = now;
+        for (size_t i = 0; i < m_synced.size(); ++i) {
+            if (m_synced[i] && m_times[i] < 0) {
+                m_times[i] = now;
+                m_processor[i] = used;
+            }
+        }
         m_synced.clear();
     }
 
     mutable std::mutex m_mutex;
     std::vector<Condition> m_conditions;
     std::vector<double> m_times;
+    std::vector<double> m_processor;
     std::vector<bool> m_synced;
     std::atomic<int> m_frames{0};
 };
