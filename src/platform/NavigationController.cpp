@@ -10,7 +10,11 @@ NavigationController::NavigationController(QObject* parent)
     : ViewController(parent), m_bar(new View(QStringLiteral("navigationBar"), this)) {}
 
 NavigationController::~NavigationController() {
-    for (ViewController* c : std::as_const(m_stack)) c->release();
+    // A screen kept alive after its stack (a reply, a timer) keeps its view in the window, hidden.
+    for (ViewController* c : std::as_const(m_stack)) {
+        unembed(c);
+        c->release();
+    }
 }
 
 QUrl NavigationController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Platform/NavigationView.qml")); }

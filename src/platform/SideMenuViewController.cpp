@@ -5,8 +5,12 @@ namespace ekinora::platform {
 SideMenuViewController::SideMenuViewController(QObject* parent) : ViewController(parent) {}
 
 SideMenuViewController::~SideMenuViewController() {
-    if (m_content) m_content->release();
-    if (m_left) m_left->release();
+    // As a stack does: views of screens that outlive the container stay in the window, hidden.
+    for (ViewController* c : {m_content, m_left}) {
+        if (!c) continue;
+        unembed(c);
+        c->release();
+    }
 }
 
 QUrl SideMenuViewController::viewSource() const {

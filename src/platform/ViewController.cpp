@@ -12,6 +12,7 @@
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <QQuickWindow>
 
 namespace ekinora::platform {
 
@@ -83,7 +84,11 @@ void ViewController::embed(ViewController* child, const char* slotName) {
 void ViewController::unembed(ViewController* child) {
     if (QQuickItem* view = child->m_item) {
         if (QQuickItem* slot = view->parentItem()) disconnect(slot, nullptr, view, nullptr);
-        view->setParentItem(nullptr);
+        // The view stays in the window, hidden, rather than leaving it: what it placed over the whole
+        // window (the home's splash, kept up for a while after the home hands over) stays until its
+        // screen takes it away.
+        QQuickWindow* window = view->window();
+        view->setParentItem(window ? window->property("parkedLayer").value<QQuickItem*>() : nullptr);
         view->setVisible(false);
     }
 }

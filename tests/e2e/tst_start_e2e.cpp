@@ -85,6 +85,28 @@ private slots:
         saveScreenshot(window(), QStringLiteral("start-shell"));
     }
 
+    // Before any test that shows a web view: the engine, once loaded, stays for the process.
+    void firstStartKeepsTheSplashOverTheSignInAndNoWebEngine() {
+        StartOptions options;
+        options.serviceBase = QString::fromStdString(service->baseUrl());
+        options.settingsDir = settings->path();
+        app = std::make_unique<Ekinora>(options);
+        app->platform().application().setEchoLog(false);
+        QVERIFY(app->start());
+        // The home hands over to the sign-in at once; the splash stays over it until a second later.
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "txtLoginPhone"), 5000);
+        QQuickItem* splash = itemNamed(window(), "imgLoading");
+        QVERIFY(splash);
+        QVERIFY(splash->z() > 0);
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "imgLoading"), 5000);
+        QVERIFY(itemNamed(window(), "txtLoginPhone"));
+        // The sign-in's texts are in their views' models, and no web view is on screen: no engine.
+        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+        QFile maps(QStringLiteral("/proc/self/maps"));
+        QVERIFY(maps.open(QIODevice::ReadOnly));
+        QVERIFY(!maps.readAll().contains("libQt6WebEngineCore"));
+    }
+
     void maintenanceAlertEndsTheProcessWithZero() {
         service->setMaintenance(true, "Planlı bakım nedeniyle hizmet veremiyoruz.");
         startApp();

@@ -12,6 +12,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
+#include <memory>
 
 using namespace ekinora;
 using namespace ekinora::platform;
@@ -98,6 +99,38 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(still.isValid(), 10000);
         QCOMPARE(still.toBool(), true);
         QCOMPARE(finished, 1);
+    }
+
+    void theEngineWaitsForTheViewToBeShown() {
+        // A view under a hidden panel, placed in the window, and the panel passing through a visible state
+        // within one call (as a screen hides its panels after placing its view): no engine yet.
+        QQmlComponent component(engine);
+        component.setData("import QtQuick\nimport Ekinora.Platform\n"
+                          "Item { visible: false; width: 390; height: 600; PWebView { anchors.fill: parent } }",
+                          QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Platform/Panel.qml")));
+        std::unique_ptr<QQuickItem> panel(qobject_cast<QQuickItem*>(component.create()));
+        QVERIFY2(panel, qPrintable(component.errorString()));
+        WebView hiddenModel(QStringLiteral("webviewETK"));
+        QQuickItem* web = panel->childItems().value(0);
+        web->setProperty("model", QVariant::fromValue<QObject*>(&hiddenModel));
+        const auto engineMade = [&] {
+            for (QObject* o : web->findChildren<QObject*>())
+                if (o->inherits("QQuickWebEngineView")) return true;
+            return false;
+        };
+        panel->setParentItem(window->contentItem());
+        panel->setVisible(true);
+        panel->setVisible(false);
+        QTest::qWait(100);
+        QVERIFY(!engineMade());
+        // Shown: the engine view comes, and the page given before is loaded.
+        int finished = 0;
+        hiddenModel.setDidFinishNavigation([&](WebView*) { ++finished; });
+        hiddenModel.loadHTMLString(QStringLiteral("<html><head></head><body>KVKK</body></html>"));
+        panel->setVisible(true);
+        QTRY_VERIFY(engineMade());
+        QTRY_COMPARE_WITH_TIMEOUT(finished, 1, 15000);
+        panel.reset();
     }
 
     void scriptsWaitForAViewThatIsNotShown() {

@@ -15,7 +15,9 @@ Image {
     visible: model ? !model.hidden : true
     opacity: model ? model.alpha : 1
     clip: model ? model.clipsToBounds : false
-    asynchronous: true
+    // A bundled picture is read with the view, so that it is in the view's first frame (the splash in
+    // the application's first frame); a remote one comes when it comes.
+    asynchronous: !model || String(model.imageUrl).length > 0
     fillMode: Image.PreserveAspectFit
     source: !model ? "" : String(model.imageUrl).length > 0 ? model.imageUrl
           : model.image.length > 0 ? "qrc:/ekinora/images/" + model.image + ".png" : ""

@@ -16,10 +16,19 @@ Item {
     opacity: model ? model.alpha : 1
     clip: true
 
+    // Shown: visible in a window, and still so once the call that changed it is over. While a screen's
+    // view is made and placed its panels can pass through a visible state before the screen hides them
+    // (and, before it is placed, an item counts as visible even under a hidden panel): the engine would
+    // start for nothing.
+    readonly property bool shown: visible && Window.window !== null && model !== null
+    function settle() { engine.active = root.shown }
+    onShownChanged: Qt.callLater(root.settle)
+    Component.onCompleted: Qt.callLater(root.settle)
+
     Loader {
         id: engine
         anchors.fill: parent
-        active: root.visible && root.model !== null
+        active: false
         source: "PWebEngineView.qml"
         onLoaded: {
             item.model = root.model

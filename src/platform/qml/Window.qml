@@ -16,6 +16,7 @@ ApplicationWindow {
 
     property Item contentLayer: contentLayer
     property Item presentedLayer: presentedLayer
+    property Item parkedLayer: parkedLayer
 
     // An indicator lies over the view it was added to: under the presented controllers for a screen of
     // the root, over them for a presented one. It blocks touches below it while a call runs.
@@ -33,10 +34,14 @@ ApplicationWindow {
         Accessible.name: "Yükleniyor"
     }
 
+    // Views of screens taken off the screen: still in the window, never drawn.
+    Item { id: parkedLayer; visible: false }
     Item { id: contentLayer; anchors.fill: parent }
     HUD { visible: window.appWindow.hudCount > window.appWindow.presentedHudCount }
-    Item { id: presentedLayer; anchors.fill: parent }
-    HUD { visible: window.appWindow.presentedHudCount > 0; z: 1000 }
+    // What is presented lies above what a screen of the root lays over the whole window (the home's
+    // splash, at 2000), as a presentation on the phone comes above the window's own views.
+    Item { id: presentedLayer; anchors.fill: parent; z: 2001 }
+    HUD { visible: window.appWindow.presentedHudCount > 0; z: 2002 }
 
     Rectangle {
         objectName: "waitOverlay"
@@ -44,7 +49,7 @@ ApplicationWindow {
         anchors.fill: parent
         visible: window.appWindow.waitVisible
         color: "#99000000"
-        z: 1001
+        z: 2003
         MouseArea { anchors.fill: parent; preventStealing: true }
         Column {
             anchors.centerIn: parent
