@@ -45,15 +45,15 @@ const httplib::Headers Farmer = {{"Authorization", "Bearer demo-farmer-token"}};
 
 // The farm list as the app asks for it: the token in the Authorization header.
 std::vector<Request> farmList() {
-    return {{"/api?do=farmer/produces", {{"Authorization", "Bearer demo-farmer-token"}}}};
+    return {{"/api?do=farmer/produces", Farmer, {}}};
 }
 
 // What a signed-in farmer's home asks for, round-robin; the token once as a header, once as a parameter.
 std::vector<Request> mixed() {
     return {
-        {"/api?do=farmer/produces", {{"Authorization", "Bearer demo-farmer-token"}}},
-        {"/api?do=notifications&bearer=demo-farmer-token", {}},
-        {"/api?do=produces", {}},
+        {"/api?do=farmer/produces", Farmer, {}},
+        {"/api?do=notifications&bearer=demo-farmer-token", {}, {}},
+        {"/api?do=produces", {}, {}},
     };
 }
 

@@ -121,7 +121,10 @@ private slots:
         QCOMPARE(send("/api/", Json{{"do", "maintenance"}, {"pad", std::string(s->server->bodyLimit("maintenance"), 'x')}}.dump(), "")
                      .status(),
                  413);
-        const std::string fits = Json{{"pad", std::string(s->server->bodyLimit("maintenance") - 20, 'x')}}.dump();
+        Json many = Json::object();
+        while (many.dump().size() + 4000 < s->server->bodyLimit("maintenance"))
+            many["p" + std::to_string(many.size())] = std::string(3900, 'x');
+        const std::string fits = many.dump();
         QCOMPARE(send("/api/?do=maintenance", fits, "").status(), 200);
     }
 

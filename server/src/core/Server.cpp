@@ -595,7 +595,8 @@ struct Server::Impl {
         // Errors httplib answers by itself (a malformed request, a body too large) get an envelope too.
         server.set_error_handler(
             httplib::Server::HandlerWithResponse([](const httplib::Request&, httplib::Response& res) {
-                if (!res.body.empty()) return httplib::Server::HandlerResponse::Unhandled;
+                // A reply of the service's own (a body, or a refusal written as the connection ends).
+                if (!res.body.empty() || res.content_provider_) return httplib::Server::HandlerResponse::Unhandled;
                 sendJson(res,
                          res.status == envelope::TooLarge ? envelope::tooLarge(media::UploadLimit)
                                                           : envelope::failure(res.status, "İstek işlenemedi"),
