@@ -1,8 +1,8 @@
 // Load on the reference service, in-process, on a fresh database file: client threads each keep one
 // connection alive and send requests back to back for a fixed time. Prints requests a second,
 // latency percentiles and errors for each scenario; the client shares the machine with the service.
-// The "writes" scenario mixes in the writes of the app's areas (farms, questions and messages, event
-// answers); a soak (--soak S) runs it for S seconds and prints the resident memory slice by slice.
+// The "writes" scenario mixes in the writes of the app's areas (farms and their periods, questions,
+// messages and their state); a soak (--soak S) runs it for S seconds and prints the resident memory slice by slice.
 // Usage: service_bench [--threads N] [--seconds S] [--warmup S] [--scenario farms|mixed|writes|all]
 //                      [--soak S]
 #include "core/Server.h"
@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -71,8 +72,9 @@ std::vector<Request> writes(int port) {
     const Json farm = farms.empty() ? call("produce/set", {{"produceId", 1}, {"range", 10}})["farmerProduce"]["id"]
                                     : farms[0]["id"];
     const Json subject = call("subject/add", {{"title", "Yük altında soru"}})["subject"]["id"];
-    const Json event = call("events")["coming"][0]["id"];
-    if (!farm.is_number() || !subject.is_number() || !event.is_number()) {
+    call("produce/set", {{"id", farm}, {"produceId", 1}, {"range", 10}});
+    const Json period = call("produce/periods&id=" + farm.dump())["periods"][0]["id"];
+    if (!farm.is_number() || !subject.is_number() || !period.is_number()) {
         std::fprintf(stderr, "the records of the writes scenario could not be made\n");
         std::exit(1);
     }
@@ -82,7 +84,8 @@ std::vector<Request> writes(int port) {
         {"/api?do=notifications", Farmer, {}},
         {"/api?do=subject/add", Farmer, Json{{"title", "Yaprakta sararma"}, {"description", "Buğdayda alt yapraklar sarardı."}}.dump()},
         {"/api?do=subject/message/send", Farmer, Json{{"subjectId", subject}, {"text", "Fotoğrafı yarın gönderiyorum."}}.dump()},
-        {"/api?do=event/join", Farmer, Json{{"id", event}, {"status", "1"}}.dump()},
+        {"/api?do=produce/set-period", Farmer, Json{{"id", farm}, {"periodId", period}}.dump()},
+        {"/api?do=subject/set-status", Farmer, Json{{"subjectId", subject}}.dump()},
         {"/api?do=produces", {}, {}},
     };
 }
@@ -90,6 +93,7 @@ std::vector<Request> writes(int port) {
 struct Totals {
     std::vector<double> latenciesMs;
     long errors = 0;
+    std::map<std::string, std::pair<long, std::string>> failures; // by request: count, a reply
     double elapsedSeconds = 0;
     double cpuSeconds = 0; // the whole process: service and clients
 };
@@ -112,6 +116,7 @@ Totals drive(int port, const std::vector<Request>& requests, int threads, double
     std::atomic<bool> stop{false};
     std::vector<std::vector<double>> latencies(static_cast<size_t>(threads));
     std::vector<long> errors(static_cast<size_t>(threads), 0);
+    std::vector<std::map<std::string, std::pair<long, std::string>>> failures(static_cast<size_t>(threads));
     std::vector<std::thread> workers;
     for (int t = 0; t < threads; ++t) {
         workers.emplace_back([&, t] {
@@ -128,7 +133,10 @@ Totals drive(int port, const std::vector<Request>& requests, int threads, double
                                              : client.Post(r.target, r.headers, r.body, "application/json");
                 const auto took = std::chrono::duration<double, std::milli>(Clock::now() - started).count();
                 mine.push_back(took);
-                if (!succeeded(result)) ++errors[size_t(t)];
+                if (succeeded(result)) continue;
+                ++errors[size_t(t)];
+                auto& failure = failures[size_t(t)][r.target];
+                if (!failure.first++) failure.second = result ? result->body.substr(0, 160) : httplib::to_string(result.error());
             }
         });
     }
@@ -146,6 +154,11 @@ Totals drive(int port, const std::vector<Request>& requests, int threads, double
         totals.latenciesMs.insert(totals.latenciesMs.end(), latencies[size_t(t)].begin(),
                                   latencies[size_t(t)].end());
         totals.errors += errors[size_t(t)];
+        for (const auto& [target, failure] : failures[size_t(t)]) {
+            auto& sum = totals.failures[target];
+            sum.first += failure.first;
+            if (sum.second.empty()) sum.second = failure.second;
+        }
     }
     std::sort(totals.latenciesMs.begin(), totals.latenciesMs.end());
     return totals;
@@ -157,6 +170,11 @@ double percentile(const std::vector<double>& sorted, double p) {
     return sorted[rank];
 }
 
+void printFailures(const Totals& t) {
+    for (const auto& [target, failure] : t.failures)
+        std::printf("  errors: %ld x %s -> %s\n", failure.first, target.c_str(), failure.second.c_str());
+}
+
 void run(const char* name, int port, const std::vector<Request>& requests, const Options& options) {
     drive(port, requests, options.threads, options.warmup);
     const Totals t = drive(port, requests, options.threads, options.seconds);
@@ -166,6 +184,7 @@ void run(const char* name, int port, const std::vector<Request>& requests, const
                 name, options.threads, t.elapsedSeconds, count, double(count) / t.elapsedSeconds,
                 percentile(t.latenciesMs, 50), percentile(t.latenciesMs, 90), percentile(t.latenciesMs, 99),
                 count ? t.latenciesMs.back() : 0.0, t.errors, count ? t.cpuSeconds * 1e6 / double(count) : 0.0);
+    printFailures(t);
     std::fflush(stdout);
 }
 
@@ -197,6 +216,7 @@ void soak(int port, const std::vector<Request>& requests, const Options& options
         if (i == 2) first = rss;
         std::printf("  %5.0f s: %ld requests, %ld errors, p99 %.2f ms, resident %.1f MB\n", slice * i, total, errors,
                     percentile(t.latenciesMs, 99), rss);
+        printFailures(t);
         std::fflush(stdout);
     }
     std::printf("soak: resident memory from the second slice to the end: %+.1f MB, errors %ld\n",
