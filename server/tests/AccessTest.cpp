@@ -69,6 +69,7 @@ private slots:
         // A token is never renewed and never runs out: years later it still holds.
         s->now->store(ekinora::server::systemSeconds() + 10 * 365 * 86400);
         const std::string forged(64, 'a');
+        int calls = 0;
         for (const auto& [command, access] : commands) {
             const bool isOpen = open.count(command) > 0;
             QVERIFY2((access == Access::Public) == isOpen, command.c_str());
@@ -87,12 +88,14 @@ private slots:
                 const auto reply = who == "withdrawn" ? s->get("/api/?do=" + command + "&bearer=" + token)
                                                       : call(command, token);
                 const std::string what = command + " as " + who;
+                ++calls;
                 if (isOpen || (signedIn && rolesOf.at(access).count(who)))
                     QVERIFY2(reply.status() != 0 && reply.status() != 401 && reply.status() != 403, what.c_str());
                 else
                     QVERIFY2(q(reply.body) == (signedIn ? forbidden : q(testing::Expired)), what.c_str());
             }
         }
+        qInfo("%zu commands (%zu open), %d calls", commands.size(), open.size(), calls);
     }
 
     // Each role against a second account of its own kind holding records of every area it reaches:
