@@ -574,15 +574,14 @@ struct Server::Impl {
         });
 
         // Every other body is read here, within its command's limit, before anything looks at it.
-        const std::string everyOtherPath = "(?!/omr/upload/?$|/collect$|/batch$|/_demo/collector$|/_demo/hits/clear$).*";
         auto bodyReader = [this](const httplib::Request& req, httplib::Response& res,
                                  const httplib::ContentReader& reader) {
             if (readBody(req, res, reader)) route(req, res);
         };
-        server.Post(everyOtherPath, bodyReader);
-        server.Put(everyOtherPath, bodyReader);
-        server.Patch(everyOtherPath, bodyReader);
-        server.Delete(everyOtherPath, bodyReader);
+        server.Post("(?!/omr/upload/?$|/collect$|/batch$|/_demo/collector$|/_demo/hits/clear$).*", bodyReader);
+        server.Put("(?!/collect$).*", bodyReader);
+        server.Patch(".*", bodyReader);
+        server.Delete(".*", bodyReader);
 
         auto handler = [this](const httplib::Request& req, httplib::Response& res) { route(req, res); };
         server.Get(".*", handler);
