@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Quick start: installs what is missing, builds, starts the reference service and opens the app.
+# Quick start: installs what is missing, builds, starts the reference service in demo mode (the demo
+# accounts' fixed tokens, SMS codes in the replies) and opens the app.
 #   ./run.sh [--port N] [--maintenance] [--popup on|off]   (extra options go to the service)
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -16,7 +17,7 @@ while [ $# -gt 0 ]; do
 done
 
 mkdir -p build/demo
-./build/server/ekinora-server --port "$port" --db build/demo/ekinora-server.db --quiet "${args[@]}" &
+./build/server/ekinora-server --port "$port" --db build/demo/ekinora-server.db --quiet --demo "${args[@]}" &
 server=$!
 trap 'kill $server 2>/dev/null || true' EXIT
 for _ in $(seq 50); do

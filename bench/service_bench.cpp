@@ -1,7 +1,10 @@
 // Load on the reference service, in-process, on a fresh database file: client threads each keep one
 // connection alive and send requests back to back for a fixed time. Prints requests a second,
 // latency percentiles and errors for each scenario; the client shares the machine with the service.
-// Usage: service_bench [--threads N] [--seconds S] [--warmup S] [--scenario farms|mixed|all]
+// The "writes" scenario mixes in the writes of the app's areas (farms and their periods, questions,
+// messages and their state); a soak (--soak S) runs it for S seconds and prints the resident memory slice by slice.
+// Usage: service_bench [--threads N] [--seconds S] [--warmup S] [--scenario farms|mixed|writes|all]
+//                      [--soak S]
 #include "core/Server.h"
 
 #include <httplib.h>
@@ -12,45 +15,86 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
 
+#include <nlohmann/json.hpp>
+#include <sqlite3.h>
 #include <sys/resource.h>
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
+using Json = nlohmann::ordered_json;
 
 struct Options {
     int threads = 4;
     double seconds = 5;
     double warmup = 1;
     std::string scenario = "all";
+    double soak = 0;
 };
 
 struct Request {
     std::string target;
     httplib::Headers headers;
+    std::string body; // a POST with this JSON body when not empty
 };
+
+const httplib::Headers Farmer = {{"Authorization", "Bearer demo-farmer-token"}};
 
 // The farm list as the app asks for it: the token in the Authorization header.
 std::vector<Request> farmList() {
-    return {{"/api?do=farmer/produces", {{"Authorization", "Bearer demo-farmer-token"}}}};
+    return {{"/api?do=farmer/produces", Farmer, {}}};
 }
 
 // What a signed-in farmer's home asks for, round-robin; the token once as a header, once as a parameter.
 std::vector<Request> mixed() {
     return {
-        {"/api?do=farmer/produces", {{"Authorization", "Bearer demo-farmer-token"}}},
-        {"/api?do=notifications&bearer=demo-farmer-token", {}},
-        {"/api?do=produces", {}},
+        {"/api?do=farmer/produces", Farmer, {}},
+        {"/api?do=notifications&bearer=demo-farmer-token", {}, {}},
+        {"/api?do=produces", {}, {}},
+    };
+}
+
+// A signed-in farmer at work: the reads of the home and the writes of the areas, round-robin. The
+// records written to are made (or found) first.
+std::vector<Request> writes(int port) {
+    httplib::Client client("127.0.0.1", port);
+    auto call = [&](const std::string& command, const Json& body = nullptr) {
+        auto r = body.is_null() ? client.Get("/api?do=" + command, Farmer)
+                                : client.Post("/api?do=" + command, Farmer, body.dump(), "application/json");
+        Json reply = r ? Json::parse(r->body, nullptr, false) : Json();
+        return reply.is_object() ? reply["data"] : Json();
+    };
+    Json farms = call("farmer/produces")["farmerProduces"];
+    const Json farm = farms.empty() ? call("produce/set", {{"produceId", 1}, {"range", 10}})["farmerProduce"]["id"]
+                                    : farms[0]["id"];
+    const Json subject = call("subject/add", {{"title", "Yük altında soru"}})["subject"]["id"];
+    call("produce/set", {{"id", farm}, {"produceId", 1}, {"range", 10}});
+    const Json period = call("produce/periods&id=" + farm.dump())["periods"][0]["id"];
+    if (!farm.is_number() || !subject.is_number() || !period.is_number()) {
+        std::fprintf(stderr, "the records of the writes scenario could not be made\n");
+        std::exit(1);
+    }
+    return {
+        {"/api?do=farmer/produces", Farmer, {}},
+        {"/api?do=produce/set", Farmer, Json{{"id", farm}, {"produceId", 1}, {"range", "12,5"}, {"aps", "[]"}}.dump()},
+        {"/api?do=notifications", Farmer, {}},
+        {"/api?do=subject/add", Farmer, Json{{"title", "Yaprakta sararma"}, {"description", "Buğdayda alt yapraklar sarardı."}}.dump()},
+        {"/api?do=subject/message/send", Farmer, Json{{"subjectId", subject}, {"text", "Fotoğrafı yarın gönderiyorum."}}.dump()},
+        {"/api?do=produce/set-period", Farmer, Json{{"id", farm}, {"periodId", period}}.dump()},
+        {"/api?do=subject/set-status", Farmer, Json{{"subjectId", subject}}.dump()},
+        {"/api?do=produces", {}, {}},
     };
 }
 
 struct Totals {
     std::vector<double> latenciesMs;
     long errors = 0;
+    std::map<std::string, std::pair<long, std::string>> failures; // by request: count, a reply
     double elapsedSeconds = 0;
     double cpuSeconds = 0; // the whole process: service and clients
 };
@@ -73,6 +117,7 @@ Totals drive(int port, const std::vector<Request>& requests, int threads, double
     std::atomic<bool> stop{false};
     std::vector<std::vector<double>> latencies(static_cast<size_t>(threads));
     std::vector<long> errors(static_cast<size_t>(threads), 0);
+    std::vector<std::map<std::string, std::pair<long, std::string>>> failures(static_cast<size_t>(threads));
     std::vector<std::thread> workers;
     for (int t = 0; t < threads; ++t) {
         workers.emplace_back([&, t] {
@@ -85,10 +130,14 @@ Totals drive(int port, const std::vector<Request>& requests, int threads, double
             while (!stop.load(std::memory_order_relaxed)) {
                 const Request& r = requests[next++ % requests.size()];
                 const auto started = Clock::now();
-                auto result = client.Get(r.target, r.headers);
+                auto result = r.body.empty() ? client.Get(r.target, r.headers)
+                                             : client.Post(r.target, r.headers, r.body, "application/json");
                 const auto took = std::chrono::duration<double, std::milli>(Clock::now() - started).count();
                 mine.push_back(took);
-                if (!succeeded(result)) ++errors[size_t(t)];
+                if (succeeded(result)) continue;
+                ++errors[size_t(t)];
+                auto& failure = failures[size_t(t)][r.target];
+                if (!failure.first++) failure.second = result ? result->body.substr(0, 160) : httplib::to_string(result.error());
             }
         });
     }
@@ -106,6 +155,11 @@ Totals drive(int port, const std::vector<Request>& requests, int threads, double
         totals.latenciesMs.insert(totals.latenciesMs.end(), latencies[size_t(t)].begin(),
                                   latencies[size_t(t)].end());
         totals.errors += errors[size_t(t)];
+        for (const auto& [target, failure] : failures[size_t(t)]) {
+            auto& sum = totals.failures[target];
+            sum.first += failure.first;
+            if (sum.second.empty()) sum.second = failure.second;
+        }
     }
     std::sort(totals.latenciesMs.begin(), totals.latenciesMs.end());
     return totals;
@@ -117,6 +171,11 @@ double percentile(const std::vector<double>& sorted, double p) {
     return sorted[rank];
 }
 
+void printFailures(const Totals& t) {
+    for (const auto& [target, failure] : t.failures)
+        std::printf("  errors: %ld x %s -> %s\n", failure.first, target.c_str(), failure.second.c_str());
+}
+
 void run(const char* name, int port, const std::vector<Request>& requests, const Options& options) {
     drive(port, requests, options.threads, options.warmup);
     const Totals t = drive(port, requests, options.threads, options.seconds);
@@ -126,6 +185,7 @@ void run(const char* name, int port, const std::vector<Request>& requests, const
                 name, options.threads, t.elapsedSeconds, count, double(count) / t.elapsedSeconds,
                 percentile(t.latenciesMs, 50), percentile(t.latenciesMs, 90), percentile(t.latenciesMs, 99),
                 count ? t.latenciesMs.back() : 0.0, t.errors, count ? t.cpuSeconds * 1e6 / double(count) : 0.0);
+    printFailures(t);
     std::fflush(stdout);
 }
 
@@ -141,9 +201,34 @@ double residentMb() {
     return kb < 0 ? -1 : double(kb) / 1024.0;
 }
 
+// The writes scenario for the whole time in ten slices, the resident memory after each: flat once the
+// caches and the request log have filled (the first slices).
+void soak(int port, const std::vector<Request>& requests, const Options& options) {
+    const int slices = 10;
+    const double slice = options.soak / slices;
+    std::printf("soak: writes scenario, %d threads, %.0f s\n", options.threads, options.soak);
+    long total = 0, errors = 0;
+    double first = 0;
+    for (int i = 1; i <= slices; ++i) {
+        const Totals t = drive(port, requests, options.threads, slice);
+        total += long(t.latenciesMs.size());
+        errors += t.errors;
+        const double rss = residentMb();
+        if (i == 2) first = rss;
+        // SQLite's own share: its page cache fills as the tables grow, up to its bound.
+        std::printf("  %5.0f s: %ld requests, %ld errors, p99 %.2f ms, resident %.1f MB (SQLite %.1f MB)\n", slice * i,
+                    total, errors, percentile(t.latenciesMs, 99), rss, double(sqlite3_memory_used()) / 1048576.0);
+        printFailures(t);
+        std::fflush(stdout);
+    }
+    std::printf("soak: resident memory from the second slice to the end: %+.1f MB, errors %ld\n",
+                residentMb() - first, errors);
+}
+
 [[noreturn]] void usage() {
     std::fprintf(stderr,
-                 "usage: service_bench [--threads N] [--seconds S] [--warmup S] [--scenario farms|mixed|all]\n");
+                 "usage: service_bench [--threads N] [--seconds S] [--warmup S] [--scenario farms|mixed|writes|all] "
+                 "[--soak S]\n");
     std::exit(2);
 }
 
@@ -163,11 +248,15 @@ int main(int argc, char** argv) {
             options.warmup = std::atof(value.c_str());
         else if (arg == "--scenario")
             options.scenario = value;
+        else if (arg == "--soak")
+            options.soak = std::atof(value.c_str());
         else
             usage();
     }
     if (options.threads < 1 || options.seconds <= 0 || options.warmup < 0 ||
-        (options.scenario != "farms" && options.scenario != "mixed" && options.scenario != "all"))
+        options.soak < 0 ||
+        (options.scenario != "farms" && options.scenario != "mixed" && options.scenario != "writes" &&
+         options.scenario != "all"))
         usage();
 
     // A database file, as the service runs in production (WAL), in a folder of its own.
@@ -180,12 +269,19 @@ int main(int argc, char** argv) {
     {
         ekinora::server::ServerOptions serverOptions;
         serverOptions.dbPath = (dir / "bench.db").string();
+        serverOptions.demo = true; // the demo accounts' fixed tokens
         ekinora::server::Server server(serverOptions);
         const int port = server.start();
         std::printf("service on port %d, %u hardware threads; budget: 5000 req/s, p99 < 10 ms for the farm list\n",
                     port, std::thread::hardware_concurrency());
-        if (options.scenario != "mixed") run("farms", port, farmList(), options);
-        if (options.scenario != "farms") run("mixed", port, mixed(), options);
+        const auto all = options.scenario == "all";
+        if (options.soak > 0) {
+            soak(port, writes(port), options);
+        } else {
+            if (all || options.scenario == "farms") run("farms", port, farmList(), options);
+            if (all || options.scenario == "mixed") run("mixed", port, mixed(), options);
+            if (all || options.scenario == "writes") run("writes", port, writes(port), options);
+        }
         std::printf("resident memory after the runs: %.1f MB\n", residentMb());
     }
     std::error_code ignored;

@@ -21,7 +21,9 @@ const char* Usage = "Kullanım: ekinora-server [seçenekler]\n"
                     "  --probe-down [MESAJ]       \"/check\" hizmet dışı desin\n"
                     "  --popup on|off             kampanya açılır penceresi\n"
                     "  --version-published X      uygulamanın güncelleme denetiminin okuduğu sürüm\n"
-                    "  --quiet                    istekleri ve SMS kodlarını yazma\n";
+                    "  --quiet                    istekleri ve SMS kodlarını yazma\n"
+                    "  --demo                     tanıtım kipi: tanıtım hesaplarının sabit tokenları geçer,\n"
+                    "                             `sms/get` gönderdiği kodu yanıtında da verir\n";
 
 [[noreturn]] void fail(const std::string& message) {
     std::cerr << "ekinora-server: " << message << "\n\n" << Usage;
@@ -81,6 +83,8 @@ int main(int argc, char** argv) {
             version = value();
         else if (arg == "--quiet")
             options.quiet = true;
+        else if (arg == "--demo")
+            options.demo = true;
         else if (arg == "--help" || arg == "-h") {
             std::cout << Usage;
             return 0;
@@ -96,6 +100,7 @@ int main(int argc, char** argv) {
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 
     const std::string host = options.host;
+    const bool demo = options.demo;
     ekinora::server::Server server(std::move(options));
     try {
         server.setMaintenance(maintenance, maintenanceText);
@@ -104,6 +109,8 @@ int main(int argc, char** argv) {
         if (version) server.setPublishedVersion(*version);
         const int port = server.start();
         std::cout << "Ekinora referans servisi: http://" << host << ":" << port << "\n"
+                  << (demo ? "Tanıtım kipi açık: sabit tokenlar geçer, SMS kodu yanıtta da verilir.\n"
+                          : "Tanıtım kipi kapalı: giriş SMS koduyla (kod bu konsolda yazılır).\n")
                   << server.demoAccountsText() << std::flush;
     } catch (const std::exception& e) {
         std::cerr << "ekinora-server: " << e.what() << std::endl;

@@ -239,7 +239,7 @@ private slots:
         accounts::registerLoginCommands(
             dispatch, db,
             {[&] { return now; },
-             [&](const std::string& phone, const std::string& code) { sent.emplace_back(phone, code); }});
+             [&](const std::string& phone, const std::string& code) { sent.emplace_back(phone, code); }, true});
         auto call = [&](const std::string& command, Json params) {
             ApiCall c;
             c.command = command;

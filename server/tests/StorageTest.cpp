@@ -23,6 +23,7 @@ std::unique_ptr<Database> seededDatabase(const std::string& path = ":memory:") {
     db->migrate(migrations());
     regions::seed(*db, EKINORA_SERVER_DATA_DIR);
     accounts::seedDemoAccounts(*db);
+    accounts::setDemoTokens(*db, true);
     return db;
 }
 

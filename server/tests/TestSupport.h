@@ -76,6 +76,7 @@ struct Service {
         server.reset();
         ekinora::server::ServerOptions options;
         options.dbPath = dir.filePath("service.db").toStdString();
+        options.demo = true; // the demo tokens and SMS codes in the replies
         options.clock = [now = now] { return now->load() ? now->load() : ekinora::server::systemSeconds(); };
         server = std::make_unique<ekinora::server::Server>(options);
         client = std::make_unique<httplib::Client>("127.0.0.1", server->start());

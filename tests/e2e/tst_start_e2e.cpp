@@ -45,7 +45,9 @@ class StartEndToEnd : public QObject {
     Q_OBJECT
 private slots:
     void init() {
-        service = std::make_unique<server::Server>(server::ServerOptions{});
+        server::ServerOptions options;
+        options.demo = true;
+        service = std::make_unique<server::Server>(options);
         service->start();
         settings = std::make_unique<QTemporaryDir>();
     }

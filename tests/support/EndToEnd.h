@@ -23,6 +23,7 @@ protected:
     // For init(): a fresh service and settings folder.
     // The SMS codes it issues reach `codes` as a phone would receive them.
     void startService(server::ServerOptions options = {}) {
+        options.demo = true; // journeys use the demo accounts' tokens
         options.smsGateway = [this](const std::string&, const std::string& code) {
             QMetaObject::invokeMethod(this, [this, code] { codes << QString::fromStdString(code); }, Qt::QueuedConnection);
         };

@@ -28,11 +28,14 @@ const DemoAccount& demoAccount(const std::string& type, bool active) {
     throw std::out_of_range("no demo account of type " + type);
 }
 
-std::string demoAccountsText() {
+std::string demoAccountsText(bool withTokens) {
     std::string text;
     for (const auto& a : demoAccounts()) {
-        text += a.role + " (" + a.type + "): " + a.fullname + ", " + a.phone + ", token: ";
-        text += a.token.empty() ? "yok (hesap aktif değil)" : a.token;
+        text += a.role + " (" + a.type + "): " + a.fullname + ", " + a.phone;
+        if (!a.active)
+            text += ", hesap aktif değil";
+        else if (withTokens)
+            text += ", token: " + a.token;
         text += "\n";
     }
     return text;
@@ -88,11 +91,25 @@ void seedDemoAccounts(Database& db) {
                         std::int64_t(a.active ? 1 : 0), place->at("city_id").get<std::int64_t>(),
                         place->at("county_id").get<std::int64_t>(), a.regionFullname, a.regionPhonenumber,
                         menu.dump()});
-            if (!a.token.empty())
-                db.execute("INSERT INTO tokens (token, user_id) VALUES (?, ?)", {a.token, db.lastInsertId()});
         }
     });
     seedDemoShops(db);
+}
+
+void setDemoTokens(Database& db, bool on) {
+    db.transaction([&] {
+        for (const auto& a : demoAccounts()) {
+            if (a.token.empty()) continue;
+            if (!on) {
+                db.execute("DELETE FROM tokens WHERE token = ?", {a.token});
+                continue;
+            }
+            // Only for the demo account itself, should its phone have been taken over.
+            const auto userId = db.scalar("SELECT id FROM users WHERE phone = ? AND type = ?", {a.phone, a.type});
+            if (userId && !db.scalar("SELECT COUNT(*) FROM tokens WHERE token = ?", {a.token}))
+                db.execute("INSERT INTO tokens (token, user_id) VALUES (?, ?)", {a.token, userId});
+        }
+    });
 }
 
 } // namespace ekinora::server::accounts

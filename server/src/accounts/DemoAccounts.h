@@ -28,11 +28,14 @@ struct DemoAccount {
 const std::vector<DemoAccount>& demoAccounts();
 const DemoAccount& demoAccount(const std::string& type, bool active = true);
 
-// One line per account: role, name, phone, token.
-std::string demoAccountsText();
+// One line per account: role, name, phone, and the token when the fixed tokens are on.
+std::string demoAccountsText(bool withTokens);
 
-// Inserts the demo accounts and their tokens when the users table is empty, and gives the demo
-// dealers their shop data (name, tax number, identity number) where they have none.
+// Inserts the demo accounts when the users table is empty, and gives the demo dealers their shop
+// data (name, tax number, identity number) where they have none.
 void seedDemoAccounts(Database& db);
+// The fixed tokens of the active demo accounts: stored in demo mode, withdrawn otherwise, so that a
+// database a demo made does not let them in once the service runs for real.
+void setDemoTokens(Database& db, bool on);
 
 } // namespace ekinora::server::accounts

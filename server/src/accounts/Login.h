@@ -14,7 +14,8 @@ using SmsSink = std::function<void(const std::string& phone, const std::string& 
 
 struct LoginOptions {
     Clock clock;     // empty: the system clock
-    SmsSink sendSms; // empty: the code is only in the reply
+    SmsSink sendSms; // empty: the code goes nowhere but the demo's reply
+    bool demo = false; // the code in the reply of `sms/get` as well
 };
 
 // `sms/get`, `sms/check`, `farmer/login` and `farmer/logout`.

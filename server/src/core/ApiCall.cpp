@@ -56,11 +56,13 @@ Parameters mergeParameters(const QueryItems& query, std::string_view body) {
     for (const auto& [name, value] : query)
         if (!out.params.contains(name)) out.params[name] = value;
 
-    if (!body.empty()) {
+    if (body.find_first_not_of(" \t\r\n") != std::string_view::npos) {
         Json parsed = Json::parse(body.begin(), body.end(), nullptr, false);
         if (parsed.is_object()) {
             for (auto it = parsed.begin(); it != parsed.end(); ++it)
                 if (!out.params.contains(it.key())) out.params[it.key()] = it.value();
+        } else {
+            out.unreadableBody = true;
         }
     }
 

@@ -33,10 +33,12 @@ QueryItems parseQuery(std::string_view rawQuery);
 struct Parameters {
     std::string command;
     Json params = Json::object();
+    bool unreadableBody = false; // a body was sent that is not a JSON object
 };
 
 // The query gives the first value of each name; the members of a JSON object body are added for
-// names the query lacks. "do" is the query's first one, else the body's.
+// names the query lacks. "do" is the query's first one, else the body's. A body of blanks counts as
+// none; any other body that is not a JSON object is marked unreadable and adds nothing.
 Parameters mergeParameters(const QueryItems& query, std::string_view body);
 
 } // namespace ekinora::server

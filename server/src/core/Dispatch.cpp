@@ -2,6 +2,7 @@
 
 #include "core/Envelope.h"
 
+#include <algorithm>
 #include <iostream>
 #include <stdexcept>
 
@@ -10,6 +11,22 @@ namespace ekinora::server {
 void Dispatch::add(const std::string& name, Access access, Handler handler) {
     if (!m_commands.emplace(name, Command{access, std::move(handler)}).second)
         throw std::logic_error("command registered twice: " + name);
+}
+
+void Dispatch::setBodyLimit(const std::string& name, size_t bytes) {
+    m_commands.at(name).bodyLimit = bytes;
+}
+
+size_t Dispatch::bodyLimit(const std::string& name) const {
+    auto it = m_commands.find(name);
+    return it == m_commands.end() ? DefaultBodyLimit : it->second.bodyLimit;
+}
+
+size_t Dispatch::largestBodyLimit() const {
+    size_t largest = DefaultBodyLimit;
+    for (const auto& [name, command] : m_commands)
+        largest = std::max(largest, command.bodyLimit);
+    return largest;
 }
 
 std::vector<std::pair<std::string, Access>> Dispatch::commands() const {

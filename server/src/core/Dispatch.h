@@ -38,6 +38,14 @@ public:
             }));
     }
 
+    // The body a command accepts, in bytes; the media upload has its own, larger limit.
+    static constexpr size_t DefaultBodyLimit = 64 * 1024;
+    void setBodyLimit(const std::string& name, size_t bytes);
+    // An unknown command's is the default.
+    size_t bodyLimit(const std::string& name) const;
+    // What a body naming its command only inside itself may carry before the command is known.
+    size_t largestBodyLimit() const;
+
     bool contains(const std::string& name) const { return m_commands.count(name) > 0; }
     // Every command with its access, by name.
     std::vector<std::pair<std::string, Access>> commands() const;
@@ -49,6 +57,7 @@ private:
     struct Command {
         Access access;
         Handler handler;
+        size_t bodyLimit = DefaultBodyLimit;
     };
     TokenResolver m_resolver;
     std::map<std::string, Command> m_commands;

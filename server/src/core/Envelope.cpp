@@ -35,6 +35,13 @@ Json failure(int status, const std::string& message) {
     return reply;
 }
 
+Json tooLarge(size_t limit) {
+    const size_t mib = 1024 * 1024;
+    const std::string amount =
+        limit % mib == 0 ? std::to_string(limit / mib) + " MB" : std::to_string((limit + 1023) / 1024) + " KB";
+    return failure(TooLarge, "Gönderilen bilgi çok büyük, en fazla " + amount + " gönderilebilir.");
+}
+
 std::string serialize(const Json& reply) {
     return reply.dump(-1, ' ', false, Json::error_handler_t::replace);
 }

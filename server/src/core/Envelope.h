@@ -28,9 +28,9 @@ inline const std::string SessionExpired = "Oturumunuz sona erdi, lütfen tekrar 
 inline const std::string NotFoundText = "Aradığınız adres bulunamadı";
 inline const std::string ServerErrorText = "Beklenmeyen bir hata oluştu, lütfen daha sonra tekrar deneyiniz.";
 inline const std::string NotAllowed = "Bu işlem için yetkiniz bulunmuyor.";
-inline const std::string TooLargeText = "Gönderilen bilgi çok büyük, en fazla 1 MB gönderilebilir.";
+inline const std::string UnreadableBody = "Gönderilen bilgi okunamadı, lütfen tekrar deneyiniz.";
 
-// The largest body a request may carry; a larger one is refused before it is read.
+// The largest body the analytics collector takes; commands have their own limits (Dispatch).
 inline constexpr size_t BodyLimit = 1024 * 1024;
 
 using FieldErrors = std::vector<std::pair<std::string, std::string>>;
@@ -42,6 +42,8 @@ Json rejection(const std::string& message, const FieldErrors& errors, Json data 
 // The same with the first error as "message": what the app shows.
 Json rejection(const FieldErrors& errors, Json data = nullptr);
 Json failure(int status, const std::string& message);
+// The refusal of a body larger than the limit, which the message names ("64 KB", "1 MB").
+Json tooLarge(size_t limit);
 
 // UTF-8 as it is (no \u escapes); malformed bytes from a client are replaced, never thrown on.
 std::string serialize(const Json& reply);

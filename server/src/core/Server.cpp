@@ -25,6 +25,7 @@
 #include "core/Database.h"
 #include "core/Dispatch.h"
 #include "core/Envelope.h"
+#include "core/Limits.h"
 #include "core/Migrations.h"
 #include "core/StaticFiles.h"
 #include "farms/Calendar.h"
@@ -68,6 +69,13 @@ namespace {
 bool isTransportHeader(const std::string& name) {
     return name == "REMOTE_ADDR" || name == "REMOTE_PORT" || name == "LOCAL_ADDR" || name == "LOCAL_PORT";
 }
+
+// The analytics collector's routes, which take their bodies as they come.
+bool isCollectorPath(const std::string& path) {
+    return path == "/collect" || path == "/batch" || path == "/_demo/collector" || path == "/_demo/hits/clear";
+}
+
+const std::string TooLargePath = "/_too-large";
 
 bool isLoopback(const std::string& address) {
     return address.rfind("127.", 0) == 0 || address == "::1" || address.rfind("::ffff:127.", 0) == 0;
@@ -146,6 +154,7 @@ struct Server::Impl {
             opened->migrate(migrations());
             regions::seed(*opened, dataDir);
             accounts::seedDemoAccounts(*opened);
+            accounts::setDemoTokens(*opened, options.demo);
             notifications::seedDemoNotifications(*opened);
             sys::Settings(*opened).seed();
             sys::seedPopups(*opened);
@@ -163,7 +172,7 @@ struct Server::Impl {
                 return accounts::userForToken(*raw, token);
             });
             sys::registerCommands(*table, *opened);
-            accounts::registerLoginCommands(*table, *opened, {options.clock, smsSink()});
+            accounts::registerLoginCommands(*table, *opened, {options.clock, smsSink(), options.demo});
             accounts::registerRegistrationCommands(*table, *opened, options.clock);
             accounts::registerProfileCommands(*table, *opened);
             accounts::registerDealerCommands(*table, *opened);
@@ -286,17 +295,25 @@ struct Server::Impl {
         sendJson(res, envelope::failure(envelope::NotFound, envelope::NotFoundText), 404);
     }
 
-    void api(const httplib::Request& req, httplib::Response& res) {
-        // A chunked body has no length to refuse it by beforehand; it is refused before it is parsed.
-        if (req.body.size() > envelope::BodyLimit) {
-            t_context.envelopeStatus = envelope::TooLarge;
-            return sendJson(res, envelope::failure(envelope::TooLarge, envelope::TooLargeText), 413);
-        }
+    static std::string_view rawQueryOf(const httplib::Request& req) {
         const auto question = req.target.find('?');
-        const std::string_view rawQuery = question == std::string::npos
-                                              ? std::string_view()
-                                              : std::string_view(req.target).substr(question + 1);
-        Parameters parameters = mergeParameters(parseQuery(rawQuery), req.body);
+        return question == std::string::npos ? std::string_view() : std::string_view(req.target).substr(question + 1);
+    }
+
+    void refuse(httplib::Response& res, const Json& reply, int httpStatus = 200) {
+        t_context.envelopeStatus = reply.value("status", 0);
+        sendJson(res, reply, httpStatus);
+    }
+
+    void api(const httplib::Request& req, httplib::Response& res) {
+        Parameters parameters = mergeParameters(parseQuery(rawQueryOf(req)), req.body);
+        // The body was read within the largest limit when the command came only inside it.
+        if (const size_t limit = dispatch->bodyLimit(parameters.command); req.body.size() > limit)
+            return refuse(res, envelope::tooLarge(limit), 413);
+        // Nothing of a request the service cannot read reaches a command, so nothing of it is written.
+        if (parameters.unreadableBody)
+            return refuse(res, envelope::rejection({{"body", envelope::UnreadableBody}}));
+        if (auto rejected = limits::textRejection(parameters.params)) return refuse(res, *rejected);
 
         ApiCall call;
         call.method = t_context.method;
@@ -471,6 +488,70 @@ struct Server::Impl {
         std::cout << line << std::endl;
     }
 
+    // The body limit of the request: its command's when the query names one, else the largest a
+    // command has (api() checks the command's own once the body names it).
+    size_t bodyLimitOf(const httplib::Request& req) const {
+        if (req.path == "/api" || req.path == "/api/") {
+            for (const auto& [name, value] : parseQuery(rawQueryOf(req)))
+                if (name == "do") return dispatch->bodyLimit(value);
+            return dispatch->largestBodyLimit();
+        }
+        return Dispatch::DefaultBodyLimit;
+    }
+
+    // Reads the body into the request, up to the limit. A larger one is refused: one announced
+    // larger is not read at all, one sent in chunks no further than a little past the limit. A body
+    // read to its end keeps the connection; any other ends it, so its rest is never read.
+    bool readBody(const httplib::Request& req, httplib::Response& res, const httplib::ContentReader& reader) {
+        const size_t limit = req.path == TooLargePath ? envelope::BodyLimit : bodyLimitOf(req);
+        constexpr size_t ReadPast = 256 * 1024;
+        const bool announced = req.has_header("Content-Length");
+        const auto length = announced ? std::stoull("0" + req.get_header_value("Content-Length")) : 0;
+        bool over = req.path == TooLargePath || length > limit;
+        bool complete = false;
+        if (!over || length <= limit + ReadPast) {
+            std::string body;
+            size_t seen = 0;
+            auto keep = [&](const char* data, size_t size) {
+                seen += size;
+                if (seen > limit) over = true;
+                else body.append(data, size);
+                return seen <= limit + ReadPast;
+            };
+            // Only the media upload reads multipart bodies: elsewhere their parts are counted, not kept.
+            if (req.is_multipart_form_data())
+                complete = reader([](const httplib::MultipartFormData&) { return true; },
+                                  [&](const char* data, size_t size) {
+                                      const bool more = keep(data, size);
+                                      body.clear();
+                                      return more;
+                                  });
+            else
+                complete = reader(keep);
+            if (!over && complete) {
+                const_cast<httplib::Request&>(req).body = std::move(body);
+                return true;
+            }
+        }
+        record(req);
+        const Json refusal = envelope::tooLarge(limit);
+        t_context.envelopeStatus = envelope::TooLarge;
+        if (complete) {
+            sendJson(res, refusal, 413);
+            return false;
+        }
+        // A reply whose writer reports a failure once it has written everything makes the HTTP
+        // library close the connection instead of reading the rest of the body as the next request.
+        res.status = 413;
+        auto text = std::make_shared<std::string>(envelope::serialize(refusal));
+        res.set_content_provider(text->size(), envelope::ContentType,
+                                 [text](size_t offset, size_t size, httplib::DataSink& sink) {
+                                     sink.write(text->data() + offset, size);
+                                     return false;
+                                 });
+        return false;
+    }
+
     void install(httplib::Server& server) {
         analytics::registerRoutes(server, database());
         // A GET may carry a JSON body (the app sends some commands that way). httplib reads a body
@@ -483,25 +564,15 @@ struct Server::Impl {
                 req.get_header_value("Transfer-Encoding").find("chunked") != std::string::npos;
             if (req.method == "GET" && hasBody) const_cast<httplib::Request&>(req).method = "POST";
         };
-        // Only the media upload may send more than the usual limit. Any other body announced larger
-        // goes to a handler that reads past it without keeping it, and refuses it as before.
-        static const std::string TooLargePath = "/_too-large";
+        // The analytics collector's routes read their bodies themselves; one announced larger than
+        // theirs goes to the body reader below, which refuses it.
         server.set_pre_routing_handler([previous = std::move(preRouting)](const httplib::Request& req, httplib::Response& res) {
             previous(req, res);
-            const bool upload = req.path == media::UploadPath || req.path + "/" == media::UploadPath;
-            if (!upload && req.has_header("Content-Length") &&
+            if (isCollectorPath(req.path) && req.has_header("Content-Length") &&
                 std::stoull("0" + req.get_header_value("Content-Length")) > envelope::BodyLimit)
                 const_cast<httplib::Request&>(req).path = TooLargePath;
             return httplib::Server::HandlerResponse::Unhandled;
         });
-        auto tooLarge = [](const httplib::Request&, httplib::Response& res, const httplib::ContentReader& reader) {
-            reader([](const char*, size_t) { return true; });
-            t_context.envelopeStatus = envelope::TooLarge;
-            sendJson(res, envelope::failure(envelope::TooLarge, envelope::TooLargeText), 413);
-        };
-        server.Post(TooLargePath, tooLarge);
-        server.Put(TooLargePath, tooLarge);
-        server.Patch(TooLargePath, tooLarge);
         // The media upload streams its files to disk as they arrive.
         server.Post("/omr/upload/?", [this](const httplib::Request& req, httplib::Response& res,
                                             const httplib::ContentReader& reader) {
@@ -510,6 +581,16 @@ struct Server::Impl {
             t_context.envelopeStatus = reply.value("status", 0);
             sendJson(res, reply, reply.value("status", 0) == envelope::TooLarge ? 413 : 200);
         });
+
+        // Every other body is read here, within its command's limit, before anything looks at it.
+        auto bodyReader = [this](const httplib::Request& req, httplib::Response& res,
+                                 const httplib::ContentReader& reader) {
+            if (readBody(req, res, reader)) route(req, res);
+        };
+        server.Post("(?!/omr/upload/?$|/collect$|/batch$|/_demo/collector$|/_demo/hits/clear$).*", bodyReader);
+        server.Put("(?!/collect$).*", bodyReader);
+        server.Patch(".*", bodyReader);
+        server.Delete(".*", bodyReader);
 
         auto handler = [this](const httplib::Request& req, httplib::Response& res) { route(req, res); };
         server.Get(".*", handler);
@@ -522,10 +603,12 @@ struct Server::Impl {
         // Errors httplib answers by itself (a malformed request, a body too large) get an envelope too.
         server.set_error_handler(
             httplib::Server::HandlerWithResponse([](const httplib::Request&, httplib::Response& res) {
-                if (!res.body.empty()) return httplib::Server::HandlerResponse::Unhandled;
-                const std::string text =
-                    res.status == envelope::TooLarge ? envelope::TooLargeText : "İstek işlenemedi";
-                sendJson(res, envelope::failure(res.status, text), res.status);
+                // A reply of the service's own (a body, or a refusal written as the connection ends).
+                if (!res.body.empty() || res.content_provider_) return httplib::Server::HandlerResponse::Unhandled;
+                sendJson(res,
+                         res.status == envelope::TooLarge ? envelope::tooLarge(media::UploadLimit)
+                                                          : envelope::failure(res.status, "İstek işlenemedi"),
+                         res.status);
                 return httplib::Server::HandlerResponse::Handled;
             }));
         server.set_exception_handler(
@@ -542,9 +625,7 @@ struct Server::Impl {
         if (!options.quiet)
             server.set_logger(
                 [this](const httplib::Request& req, const httplib::Response& res) { logLine(req, res); });
-        // A body announced larger than this is read past without being kept; the error handler answers.
-        // The media upload's limit; every other body keeps envelope::BodyLimit (the pre-routing check
-        // above and api()).
+        // The media upload's limit; every other body keeps its command's (readBody).
         server.set_payload_max_length(media::UploadLimit);
         // Headers and body go out in separate writes; without this each reply on a kept-alive
         // connection waits for the client's delayed acknowledgement (some 40 ms).
@@ -658,8 +739,13 @@ std::vector<std::pair<std::string, Access>> Server::commands() const {
     return d->dispatch->commands();
 }
 
+size_t Server::bodyLimit(const std::string& command) const {
+    d->database();
+    return d->dispatch->bodyLimit(command);
+}
+
 std::string Server::demoAccountsText() const {
-    return accounts::demoAccountsText();
+    return accounts::demoAccountsText(d->options.demo);
 }
 
 } // namespace ekinora::server

@@ -19,6 +19,9 @@ struct ServerOptions {
     std::string dataDir;   // empty: the data folder of the source tree
     std::string staticDir; // empty: the static folder of the source tree
     bool quiet = true;     // false: one line per request and every SMS code on stdout
+    // A demo's help, off for a real service: the demo accounts' fixed tokens work, and `sms/get`
+    // puts the code it sends in its reply's "data"."code".
+    bool demo = false;
     Clock clock;           // empty: the system clock
     // Receives every SMS code the service issues, as a gateway would (on the service's thread).
     std::function<void(const std::string& phone, const std::string& code)> smsGateway;
@@ -60,8 +63,10 @@ public:
 
     // The /api commands with who may send them, by name.
     std::vector<std::pair<std::string, Access>> commands() const;
+    // The largest body the command takes, in bytes.
+    size_t bodyLimit(const std::string& command) const;
 
-    // The lines printed at start: one per demo account with role, name, phone and token.
+    // The lines printed at start: one per demo account with role, name, phone and, in demo mode, token.
     std::string demoAccountsText() const;
 
 private:
