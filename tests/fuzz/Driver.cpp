@@ -22,6 +22,8 @@
 #include "service/ServiceRoots.h"
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QRegularExpression>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMetaMethod>
@@ -185,6 +187,25 @@ struct Action {
     std::function<void()> perform;
 };
 
+// The names a screen's arrangement calls on its controller: "controller.name()" and the quoted names
+// it hands to "controller[name]()" (a button that only triggers an action bears the action's name).
+QSet<QString> arrangementActions(const ViewController* c) {
+    static QHash<QUrl, QSet<QString>> cache;
+    const QUrl source = c->viewSource();
+    if (auto it = cache.constFind(source); it != cache.constEnd()) return *it;
+    QFile file(source.scheme() == QLatin1String("qrc") ? u':' + source.path() : source.toLocalFile());
+    QSet<QString> names;
+    if (file.open(QIODevice::ReadOnly)) {
+        const QString text = QString::fromUtf8(file.readAll());
+        static const QRegularExpression call(QStringLiteral(R"(controller\.(\w+)\(\s*\))"));
+        static const QRegularExpression quoted(QStringLiteral(R"re("(\w+)")re"));
+        for (const auto& re : {call, quoted})
+            for (auto m = re.globalMatch(text); m.hasNext();) names.insert(m.next().captured(1));
+    }
+    cache.insert(source, names);
+    return names;
+}
+
 const QStringList Texts{QStringLiteral("05321000101"), QStringLiteral("123456"), QString::fromUtf8("Deneme Çiftçi"),
                         QStringLiteral("%@%d"), QString::fromUtf8("şğü İ 🌾")};
 
@@ -315,15 +336,19 @@ private:
                                   }};
             }
         }
-        // Actions that the arrangement's buttons call by name: the screen's own public slots without
-        // arguments (those with a sender are reached through the controls above).
+        // Actions that the arrangement's buttons call by name, without arguments (those with a sender
+        // are reached through the controls above).
+        const QSet<QString> named = arrangementActions(c);
         const QMetaObject* meta = c->metaObject();
+        QSet<QByteArray> seen;
         for (int i = ViewController::staticMetaObject.methodCount(); i < meta->methodCount(); ++i) {
             const QMetaMethod m = meta->method(i);
             if (m.access() != QMetaMethod::Public || m.parameterCount() != 0) continue;
             if (m.methodType() != QMetaMethod::Slot && m.methodType() != QMetaMethod::Method) continue;
-            QPointer<ViewController> p(c);
             const QByteArray name = m.name();
+            if (!named.contains(QString::fromLatin1(name)) || seen.contains(name)) continue;
+            seen.insert(name);
+            QPointer<ViewController> p(c);
             actions << Action{QStringLiteral("call %1.%2").arg(owner, QString::fromLatin1(name)), [p, name] {
                                   if (p) QMetaObject::invokeMethod(p.data(), name.constData(), Qt::DirectConnection);
                               }};
