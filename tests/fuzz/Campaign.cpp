@@ -23,12 +23,13 @@ namespace {
 // The stops the application makes on purpose, by the reason it gives. A reply value read as what it is
 // not stops as it did on the phone: a JSON null, number, text, list or object sent a message it does not
 // understand, a list read past its end, a forced unwrap of a missing field, a forced cast, a null token
-// put in the store, a name cut before its start, an event without its picture. A missing segue, an
+// put in the store, a name cut before its start, an event without its picture; "__NSCFObject" is how
+// the rejection's reader names an "errors" that is no dictionary. A missing segue, an
 // action a controller lacks or anything else is a fault of ours.
 const QList<QRegularExpression>& requiredStops() {
     static const QList<QRegularExpression> list{
         QRegularExpression(QStringLiteral(
-            R"(^\-\[(NSNull|__NSCFNumber|__NSCFString|__NSArrayI|__NSArrayM|__NSDictionaryI) [A-Za-z:]+\]: unrecognized selector sent to instance$)")),
+            R"(^\-\[(NSNull|__NSCFNumber|__NSCFString|__NSCFObject|__NSArrayI|__NSArrayM|__NSDictionaryI) [A-Za-z:]+\]: unrecognized selector sent to instance$)")),
         QRegularExpression(QStringLiteral(R"(^(\*\*\* )?\-\[__NSArray[IM] (objectAtIndex|replaceObjectAtIndex:withObject|removeObjectsInRange):\]: (index|range) .* beyond bounds)")),
         QRegularExpression(QStringLiteral(R"(^Fatal error: Unexpectedly found nil while unwrapping an Optional value)")),
         QRegularExpression(QStringLiteral(R"(^Fatal error: (Index out of range|Range requires lowerBound <= upperBound)$)")),
@@ -70,9 +71,17 @@ public:
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         if (!env.contains(QStringLiteral("QT_QPA_PLATFORM"))) env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         b.process->setProcessEnvironment(env);
-        b.process->start(options.program, {QStringLiteral("--reply-fuzz-child"), b.screen, QString::number(options.seed),
-                                           QString::number(b.next), QString::number(options.runsPerScreen - b.next),
-                                           QString::number(options.stepsPerRun)});
+        QStringList args{QStringLiteral("--reply-fuzz-child"), b.screen, QString::number(options.seed), QString::number(b.next),
+                         QString::number(options.runsPerScreen - b.next), QString::number(options.stepsPerRun)};
+        // EKINORA_FUZZ_WRAP runs each child under a checker ("valgrind -q --error-exitcode=99").
+        QStringList wrap = qEnvironmentVariable("EKINORA_FUZZ_WRAP").split(u' ', Qt::SkipEmptyParts);
+        if (!wrap.isEmpty()) {
+            args.prepend(options.program);
+            const QString checker = wrap.takeFirst();
+            b.process->start(checker, wrap + args);
+        } else {
+            b.process->start(options.program, args);
+        }
         b.current = -1;
         b.pending.clear();
         b.clock.start();
@@ -138,6 +147,13 @@ public:
                                      ? QStringLiteral("signal (%1)").arg(b.process->exitCode())
                                      : QStringLiteral("exit code %1").arg(b.process->exitCode());
             ended(b, hung ? Ending::Hang : Ending::Crash, reason);
+        } else if (b.next >= options.runsPerScreen && b.process->exitCode() != 0) {
+            // Every run ended, then the child failed (a checker's verdict).
+            b.current = b.next - 1;
+            ended(b, Ending::Crash, QStringLiteral("exit code %1 after the batch").arg(b.process->exitCode()));
+            --report.runs;
+            --report.endings[Ending::Crash];
+            ++report.endings[Ending::Crash + QStringLiteral(" (checker)")];
         } else if (b.next < options.runsPerScreen && (hung || b.process->exitCode() != 0)) {
             // Died before its first run: the batch cannot go on.
             ended(b, Ending::Crash, QStringLiteral("child failed to start: exit code %1").arg(b.process->exitCode()));

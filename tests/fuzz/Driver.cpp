@@ -17,6 +17,8 @@
 #include "platform/Platform.h"
 #include "platform/SideMenuViewController.h"
 #include "platform/Storyboard.h"
+#include "platform/WebView.h"
+#include "platform/Window.h"
 #include "service/AppDelegate.h"
 #include "service/LocalStore.h"
 #include "service/ServiceRoots.h"
@@ -249,24 +251,41 @@ public:
 private:
     bool ended() const { return m_stopped || !m_exception.isEmpty(); }
 
+    // The screen where the application shows it: in the root's side menu, as the left menu, as the
+    // content, or on top of the content's stack.
     void show() {
-        ViewController* screen = Storyboard::instantiateViewControllerWithIdentifier(m_screen);
-        if (!screen) throw std::runtime_error("no screen");
-        ViewController* root = screen;
-        if (!qobject_cast<SideMenuViewController*>(screen)) {
+        auto* root = qobject_cast<SideMenuViewController*>(
+            Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("RootViewController")));
+        if (!root) throw std::runtime_error("no root");
+        ViewController* screen = root;
+        const auto identifierOf = [](const ViewController* c) { return c ? c->property("storyboardIdentifier").toString() : QString(); };
+        bool asMenu = false;
+        if (m_screen == identifierOf(root->leftMenuViewController())) {
+            screen = root->leftMenuViewController();
+            asMenu = true;
+        } else if (m_screen != identifierOf(root)) {
+            screen = Storyboard::instantiateViewControllerWithIdentifier(m_screen);
+            if (!screen) throw std::runtime_error("no screen");
             auto* nav = qobject_cast<NavigationController*>(screen);
             if (!nav) {
                 nav = new NavigationController;
                 nav->setViewControllers({screen});
             }
-            auto* menu = new SideMenuViewController;
-            menu->setContentViewController(nav);
-            root = menu;
+            root->setContentViewController(nav);
         }
         m_platform->window().setRootViewController(root);
         m_platform->window().makeKeyAndVisible();
+        if (asMenu) root->presentLeftMenuViewController();
         m_shown = true;
         say(QStringLiteral("SHOWN %1").arg(screen->className()));
+    }
+
+    // An indicator on screen takes the touches, except those of what is presented over it (an alert
+    // that came while it waits); one on a presented controller takes them all.
+    bool touchesBlocked() const {
+        const Window& w = m_platform->window();
+        if (w.presentedHudCount() > 0) return true;
+        return (w.hudCount() > 0 || w.waitVisible()) && w.presentedControllers().isEmpty();
     }
 
     // The controller a person would be touching now.
@@ -285,6 +304,10 @@ private:
 
     QList<Action> available() {
         QList<Action> actions;
+        if (touchesBlocked()) {
+            actions << Action{QStringLiteral("wait under the indicator"), [] {}};
+            return actions;
+        }
         if (AlertController* alert = m_platform->window().visibleAlert()) {
             const QStringList titles = alert->buttonTitles();
             for (int i = 0; i < titles.size(); ++i)
@@ -360,10 +383,27 @@ private:
         return actions;
     }
 
+    // The pages that web views on screen were given finish loading (now and then they fail), as the
+    // arrangement would report.
+    void finishPages() {
+        QList<ViewController*> shown = m_platform->window().presentedControllers();
+        shown << front();
+        for (ViewController* c : shown) {
+            if (!c) continue;
+            for (WebView* web : c->findChildren<WebView*>()) {
+                if (web->loadSerial() <= m_finishedLoads.value(web, 0)) continue;
+                m_finishedLoads.insert(web, web->loadSerial());
+                if (m_rng() % 10) web->navigationFinished();
+                else web->navigationFailed();
+            }
+        }
+    }
+
     // Replies that are due reach the screen, timers fire, and released screens go, over `ms` of clock.
     void settle(int ms) {
         for (int t = 0; t <= ms; t += 250) {
             m_http->deliverDue();
+            if (t == 500) finishPages();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             if (ended()) return;
             m_clock->advance(250);
@@ -416,6 +456,7 @@ private:
     QString m_reason;
     QString m_exception;
     QSet<QString> m_reached;
+    QHash<const WebView*, int> m_finishedLoads;
 };
 
 } // namespace
