@@ -147,14 +147,12 @@ public:
                                      ? QStringLiteral("signal (%1)").arg(b.process->exitCode())
                                      : QStringLiteral("exit code %1").arg(b.process->exitCode());
             ended(b, hung ? Ending::Hang : Ending::Crash, reason);
-        } else if (b.next >= options.runsPerScreen && b.process->exitCode() != 0) {
-            // Every run ended, then the child failed (a checker's verdict).
-            b.current = b.next - 1;
-            ended(b, Ending::Crash, QStringLiteral("exit code %1 after the batch").arg(b.process->exitCode()));
-            --report.runs;
-            --report.endings[Ending::Crash];
-            ++report.endings[Ending::Crash + QStringLiteral(" (checker)")];
-        } else if (b.next < options.runsPerScreen && (hung || b.process->exitCode() != 0)) {
+        } else if (b.next >= options.runsPerScreen && b.process->exitStatus() == QProcess::NormalExit && b.process->exitCode() != 0) {
+            // Every run ended, then the child failed: a checker's verdict on the batch.
+            ++report.endings[Ending::Crash];
+            report.faults << Fault{b.screen, Ending::Crash, QStringLiteral("exit code %1 after the batch").arg(b.process->exitCode()),
+                                   b.lastStep, b.lastMutation, b.next - 1};
+        } else if (b.next < options.runsPerScreen) {
             // Died before its first run: the batch cannot go on.
             ended(b, Ending::Crash, QStringLiteral("child failed to start: exit code %1").arg(b.process->exitCode()));
             b.next = options.runsPerScreen;
