@@ -21,6 +21,12 @@ void Storyboard::registerIdentifier(const QString& identifier, Factory factory) 
 
 bool Storyboard::contains(const QString& identifier) { return registry().contains(identifier); }
 
+QStringList Storyboard::identifiers() {
+    QStringList ids = registry().keys();
+    ids.sort();
+    return ids;
+}
+
 ViewController* Storyboard::instantiateViewControllerWithIdentifier(const QString& identifier) {
     auto it = registry().constFind(identifier);
     if (it == registry().constEnd()) {
