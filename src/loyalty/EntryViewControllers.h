@@ -6,7 +6,7 @@ namespace ekinora::loyalty {
 
 // A dealer's way into a transaction: the screen chooses the transaction's type when it loads and leads
 // to the reading of the farmer's QR code. Every later screen is the same for a sale and a gift.
-class TransactionEntryViewController : public platform::ViewController {
+class TransactionEntryViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -31,7 +31,7 @@ private:
 };
 
 // "QR İle Satış Yap": a sale.
-class BarcodeViewController : public TransactionEntryViewController {
+class BarcodeViewController : public ekinora::loyalty::TransactionEntryViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -40,7 +40,7 @@ public:
 };
 
 // "QR Hediye Et": a gift.
-class QrGiftViewController : public TransactionEntryViewController {
+class QrGiftViewController : public ekinora::loyalty::TransactionEntryViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

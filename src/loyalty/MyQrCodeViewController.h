@@ -8,7 +8,7 @@
 namespace ekinora::loyalty {
 
 // The farmer's own QR code, the one a dealer reads to record a sale or a gift to him.
-class MyQrCodeViewController : public platform::ViewController {
+class MyQrCodeViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -6,7 +6,7 @@ namespace ekinora::loyalty {
 
 // A label whose text may carry one marked range drawn with attributes of its own (an attributed text).
 // The arrangement draws `richText`: the text with the marked range styled.
-class PointLabel : public platform::Label {
+class PointLabel : public ekinora::platform::Label {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")

@@ -8,7 +8,7 @@ namespace ekinora::loyalty {
 struct Reply;
 
 // The farmer scans the code on a product package and sees which product it is and the points it brought.
-class ScanViewController : public platform::ScannerViewController {
+class ScanViewController : public ekinora::platform::ScannerViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -8,7 +8,7 @@ namespace ekinora::loyalty {
 struct Reply;
 
 // The loyalty club's web portal, opened with a web token the service hands out.
-class WebViewViewController : public platform::ViewController {
+class WebViewViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

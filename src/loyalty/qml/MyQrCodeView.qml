@@ -1,6 +1,4 @@
 import QtQuick
-import QtQuick.Controls
-import QtQuick.Controls.Material
 import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Loyalty

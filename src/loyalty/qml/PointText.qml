@@ -1,12 +1,11 @@
 import QtQuick
-import Ekinora.Platform
 import Ekinora.Widgets
-import Ekinora.Loyalty
 
 // A point label: its text with the marked range drawn in the range's own font and colours.
 Rectangle {
     id: box
-    required property PointLabel model
+    // A PointLabel; untyped, as the checker does not follow the runtime's label back to its view.
+    required property var model
     property alias textColor: body.color
     property alias horizontalAlignment: body.horizontalAlignment
     property int pixelSize: 15

@@ -1,5 +1,4 @@
 import QtQuick
-import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Loyalty
 

@@ -1,6 +1,5 @@
 import QtQuick
 import Ekinora.Platform
-import Ekinora.Widgets
 import Ekinora.Loyalty
 
 // The loyalty club's portal, filling the screen.
