@@ -25,15 +25,22 @@ Rectangle {
             scanner: root.controller
             anchors.fill: parent
         }
-        Text {
-            anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Theme.margin; bottomMargin: 28 }
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.WordWrap
-            color: "white"
-            style: Text.Outline
-            styleColor: "#80000000"
-            font.pixelSize: Theme.bodySize
-            text: "Ürün ambalajının üzerindeki kodu kameraya gösterin."
+        Rectangle {
+            anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 28 }
+            width: Math.min(parent.width - 2 * Theme.margin, hint.implicitWidth + 24)
+            height: hint.implicitHeight + 16
+            radius: height / 2
+            color: Theme.shade
+            Text {
+                id: hint
+                anchors { fill: parent; leftMargin: 12; rightMargin: 12 }
+                horizontalAlignment: Text.AlignHCenter
+                verticalAlignment: Text.AlignVCenter
+                wrapMode: Text.WordWrap
+                color: "white"
+                font.pixelSize: Theme.captionSize + 1
+                text: "Ürün ambalajının üzerindeki kodu kameraya gösterin."
+            }
         }
     }
 
