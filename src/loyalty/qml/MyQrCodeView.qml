@@ -18,7 +18,7 @@ Rectangle {
         color: Theme.ink
         font.pixelSize: Theme.titleSize
         font.bold: true
-        text: "QR Kodum"
+        text: "Size özel QR kodunuz"
     }
     Text {
         id: hint
