@@ -57,7 +57,8 @@ QVariantMap ProductListViewController::cellForRow(int row) const {
         const QrProduct& product = products.at(row);
         return {{QStringLiteral("reuseIdentifier"), QStringLiteral("barcodeCell")},
                 {QStringLiteral("label1"), withoutRegisteredMark(product.product_name)},
-                {QStringLiteral("imgView"), product.product_image_url}};
+                {QStringLiteral("imgView"), product.product_image_url},
+                {QStringLiteral("separator"), m_separatorStyle != 0}};
     }
     return {{QStringLiteral("reuseIdentifier"), QStringLiteral("buttonCell")},
             {QStringLiteral("ekleLabel"), QStringLiteral("Ürün Ekle")},

@@ -61,86 +61,17 @@ Rectangle {
         onWidthChanged: root.controller.tableView.size = Qt.size(width, height)
         // A pull past the top reloads the list.
         onDragEnded: if (contentY < originY - 72) root.controller.beginRefreshing()
-        header: Item {
-            width: list.width
-            height: root.controller.refreshing ? 40 : 0
-            BusyIndicator { anchors.centerIn: parent; running: root.controller.refreshing; visible: running; height: 36 }
+        delegate: SaleRow {
+            onAdd: root.controller.ekleButtonTappedWithSender()
+            onErase: root.controller.eraseButtonTappedWithSender()
         }
+    }
 
-        delegate: Item {
-            id: cell
-            required property string reuseIdentifier
-            required property var values
-            required property size cellSize
-            required property int row
-            readonly property var content: values
-            objectName: reuseIdentifier
-            width: ListView.view.width
-            height: cellSize.height
-
-            Item {
-                visible: cell.reuseIdentifier === "barcodeCell"
-                anchors.fill: parent
-                Rectangle {
-                    anchors { fill: parent; leftMargin: 12; rightMargin: 12; topMargin: 4; bottomMargin: 4 }
-                    radius: Theme.radius
-                    color: Theme.card
-                    Image {
-                        id: picture
-                        objectName: "imgView"
-                        anchors { left: parent.left; leftMargin: 8; verticalCenter: parent.verticalCenter }
-                        width: 64
-                        height: 64
-                        fillMode: Image.PreserveAspectFit
-                        asynchronous: true
-                        source: cell.reuseIdentifier === "barcodeCell" ? (cell.content.imgView || "") : ""
-                    }
-                    Text {
-                        objectName: "label1"
-                        anchors { left: picture.right; right: parent.right; margins: 12; verticalCenter: parent.verticalCenter }
-                        text: cell.content.label1 || ""
-                        color: Theme.ink
-                        font.pixelSize: Theme.bodySize
-                        wrapMode: Text.WordWrap
-                        maximumLineCount: 2
-                        elide: Text.ElideRight
-                    }
-                }
-                // The separators go with the rows.
-                Rectangle {
-                    visible: root.controller.separatorStyle !== 0
-                    anchors { left: parent.left; right: parent.right; bottom: parent.bottom; leftMargin: 84 }
-                    height: 1
-                    color: Theme.divider
-                }
-            }
-
-            Column {
-                visible: cell.reuseIdentifier === "buttonCell"
-                anchors { fill: parent; margins: 12 }
-                spacing: 8
-                FilledButton {
-                    objectName: "ekleLabel"
-                    width: parent.width
-                    text: cell.content.ekleLabel || ""
-                    onClicked: root.controller.ekleButtonTappedWithSender()
-                }
-                Button {
-                    id: erase
-                    objectName: "eraseLabel"
-                    width: parent.width
-                    implicitHeight: 50
-                    flat: true
-                    text: cell.content.eraseLabel || ""
-                    font.pixelSize: 17
-                    font.capitalization: Font.MixedCase
-                    palette.buttonText: "#3d88b3"
-                    Accessible.name: text
-                    background: Rectangle { radius: 7; color: erase.down ? Theme.divider : Theme.card; border.width: 1; border.color: "#3d88b3" }
-                    onClicked: root.controller.eraseButtonTappedWithSender()
-                }
-            }
-        }
+    BusyIndicator {
+        objectName: "refreshControl"
+        anchors { horizontalCenter: parent.horizontalCenter; top: header.bottom; topMargin: 8 }
+        running: root.controller.refreshing
+        visible: running
     }
 
     FilledButton {
