@@ -40,7 +40,7 @@ private slots:
         tapAlertButton(QStringLiteral("Ürün Okutun"));
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "BarcodeScanProductViewController"), 5000);
 
-        addPackage("package-01-qr", QStringLiteral("scanNewProductButtonTapped"));
+        addPackage("package-01-qr", QString());
         saveScreenshot(window(), QStringLiteral("sale-product-card"));
         QVERIFY(!itemNamed(window(), "closeButton")->isEnabled());
         addPackage("package-02-qr", QStringLiteral("scanNewProductButtonTapped"));
@@ -75,7 +75,7 @@ private slots:
         const qint64 before = balance();
         openFarmerReading("award");
         tapAlertButton(QStringLiteral("Ürün Okutun"));
-        addPackage("package-04-qr", QStringLiteral("scanNewProductButtonTapped"));
+        addPackage("package-04-qr", QString());
         tap("continueButtonTapped");
         QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "barcodeCell").size(), 1, 5000);
         confirm();
@@ -152,7 +152,7 @@ private:
     }
     void rearmWith(const QString& rearm) {
         if (rearm == QStringLiteral("Tekrar Dene")) tapAlertButton(rearm);
-        else tap(rearm.toLatin1().constData());
+        else if (!rearm.isEmpty()) tap(rearm.toLatin1().constData());
     }
     void confirm() {
         tap("completeProcessButtonTapped");

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 import Ekinora.Widgets
 
 // A row of the sale list: a code's product ("barcodeCell", picture and name) or the last row's two
@@ -48,7 +49,7 @@ Item {
         // The separators go with the rows.
         Rectangle {
             visible: cell.content.separator === true
-            anchors { left: parent.left; right: parent.right; bottom: parent.bottom; leftMargin: 84 }
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom; leftMargin: 84; rightMargin: 12 }
             height: 1
             color: Theme.divider
         }
@@ -73,7 +74,7 @@ Item {
             text: cell.content.eraseLabel || ""
             font.pixelSize: 17
             font.capitalization: Font.MixedCase
-            palette.buttonText: "#3d88b3"
+            Material.foreground: "#3d88b3"
             Accessible.name: text
             // The remove button's rounded blue border.
             background: Rectangle { radius: 7; color: erase.down ? Theme.divider : Theme.card; border.width: 1; border.color: "#3d88b3" }
