@@ -12,6 +12,9 @@ Rectangle {
     objectName: "ProductsListEraseViewController"
     color: "black"
 
+    // A touch anywhere but on the card hides it and reads again.
+    MouseArea { anchors.fill: parent; onPressed: root.controller.touchesBegan(false) }
+
     ScannerHeader {
         id: header
         objectName: "topView"
@@ -29,7 +32,6 @@ Rectangle {
         objectName: "cameraContainerView"
         anchors { left: parent.left; right: parent.right; top: header.bottom; bottom: parent.bottom }
         ScannerCamera { scanner: root.controller; anchors.fill: parent }
-        MouseArea { anchors.fill: parent; onPressed: root.controller.touchesBegan(false) }
     }
 
     ProductCard {
