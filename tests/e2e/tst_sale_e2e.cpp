@@ -59,6 +59,8 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "ProductsListEraseViewController"), 5000);
         show("package-02-qr");
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "removeButtonTapped"), 5000);
+        settle();
+        saveScreenshot(window(), QStringLiteral("sale-remove-card"));
         tap("removeButtonTapped");
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "ProductsListEraseViewController"), 5000);
         QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "barcodeCell").size(), 2, 5000);
