@@ -16,7 +16,6 @@ QRScanViewController::QRScanViewController(QObject* parent)
     : ScannerViewController(parent), baslikLabel(makeControl<Label>("baslikLabel")), topView(makeControl<View>("topView")),
       topViewLabel(makeControl<Label>("topViewLabel")) {
     topViewLabel->setText(QStringLiteral("Çiftçi QR Kodu"));
-    baslikLabel->setText(QStringLiteral("Çiftçinin uygulamadaki QR kodunu çerçeveye getirin"));
     addSegue(QStringLiteral("toProductListSegue"), SegueKind::Present, QStringLiteral("BarcodeScanProductViewController"));
 }
 

@@ -36,6 +36,8 @@ Rectangle {
             PLabel {
                 anchors { fill: parent; margins: 16 }
                 model: root.controller.baslikLabel
+                // The label's words are the screen's own, not the controller's.
+                text: "Çiftçinin uygulamadaki QR kodunu çerçeveye getirin"
                 color: "white"
                 font.pixelSize: 17
                 horizontalAlignment: Text.AlignHCenter
