@@ -24,7 +24,9 @@ for _ in $(seq 50); do
   sleep 0.1
 done
 
-app=(./build/src/ekinora --service-base "http://127.0.0.1:$port" --settings-dir build/demo/settings)
+# No camera on the desktop: the scanners read the printed demo codes, shown in turn every few seconds.
+app=(./build/src/ekinora --service-base "http://127.0.0.1:$port" --settings-dir build/demo/settings
+     --camera-source demo/codes)
 if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
   echo "No display: the app runs under Xvfb (screen :99 is virtual)."
   xvfb-run -a -s "-screen 0 390x844x24" "${app[@]}"

@@ -1,6 +1,6 @@
 // Prints, for a catalogue of 1 000 products: the time from the list's reply to the drawn list, one
-// search keystroke's filtering (with the reload of both lists it causes), and the resident memory
-// before and after. Figures only: the budgets (100 ms, 5 ms) are printed beside them.
+// search keystroke's filtering (with the update of the list on show), the switch to the grid after it, and
+// the resident memory before and after. Figures only: the budgets (100 ms, 5 ms) are printed beside them.
 
 #include "catalogue/AllProductsViewController.h"
 #include "catalogue/CatalogueState.h"
@@ -119,25 +119,35 @@ int main(int argc, char** argv) {
     while (screen->tableView->rows()->count() < 1000) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     const long loaded = residentKiB();
 
-    // One keystroke: the search over the list and the reload of the table and the grid.
+    // One keystroke: the search over the list and the update of the list on show (the hidden grid
+    // follows when it is switched to). Several rounds, as the machine is shared.
     QList<double> keystroke;
-    for (const QString& text : {QStringLiteral("ı"), QStringLiteral("i"), QStringLiteral("k"), QStringLiteral("a")}) {
-        screen->searchBar->setText(QString());
-        QElapsedTimer t;
-        t.start();
-        screen->searchBar->userType(text);
-        keystroke << t.nsecsElapsed() / 1e6;
-        QCoreApplication::processEvents();
-    }
+    for (int round = 0; round < 5; ++round)
+        for (const QString& text : {QStringLiteral("ı"), QStringLiteral("i"), QStringLiteral("k"), QStringLiteral("a")}) {
+            screen->searchBar->setText(QString());
+            QElapsedTimer t;
+            t.start();
+            screen->searchBar->userType(text);
+            keystroke << t.nsecsElapsed() / 1e6;
+            QCoreApplication::processEvents();
+        }
     QElapsedTimer t;
     t.start();
     screen->searchBar->userType(QStringLiteral("r")); // a second character narrows the first's matches
     const double second = t.nsecsElapsed() / 1e6;
 
+    // The grid, switched to after the search: its rows are brought up to date then.
+    QElapsedTimer toGrid;
+    toGrid.start();
+    screen->changeGridWithSender();
+    const double gridSwitch = toGrid.nsecsElapsed() / 1e6;
+
     std::printf("catalogue of 1000 products\n");
     std::printf("reply to drawn list: median %.1f ms over %lld runs (budget 100 ms)\n", median(drawn), qlonglong(drawn.size()));
-    std::printf("one search keystroke, filter and reload: median %.2f ms, second character %.2f ms (budget 5 ms)\n",
-                median(keystroke), second);
+    std::printf("one search keystroke, filter and the list's update: median %.2f ms over %lld, second character %.2f ms"
+                " (budget 5 ms)\n",
+                median(keystroke), qlonglong(keystroke.size()), second);
+    std::printf("switching to the grid after a search, its rows updated: %.2f ms\n", gridSwitch);
     std::printf("resident memory: %.1f MB before the list, %.1f MB with it drawn\n", before / 1024.0, loaded / 1024.0);
     return 0;
 }

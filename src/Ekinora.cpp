@@ -15,6 +15,7 @@
 #include "loyalty/LoyaltyScreens.h"
 #include "news/NewsScreens.h"
 #include "notifications/NotificationsScreens.h"
+#include "platform/NetworkAccess.h"
 #include "platform/Platform.h"
 #include "profile/ProfileScreens.h"
 #include "sale/SaleScreens.h"
@@ -81,6 +82,8 @@ Ekinora::Ekinora(const StartOptions& options, QObject* parent) : QObject(parent)
         font.setPixelSize(15);
         QGuiApplication::setFont(font);
         engine = new QQmlEngine;
+        static platform::ViewNetworkAccessFactory viewNetwork;
+        engine->setNetworkAccessManagerFactory(&viewNetwork);
     }
     QString dir = options.settingsDir;
     if (dir.isEmpty()) dir = QDir::homePath() + QStringLiteral("/.config/ekinora");

@@ -1,3 +1,4 @@
+#include "core/Migrations.h"
 #include "farms/Pdf.h"
 
 #include <QTest>
@@ -104,7 +105,7 @@ private slots:
         // Wheat opens the calendar; sugar beet opens its period's document.
         QCOMPARE(q(list[0].dump()).contains(R"("name":"Buğday","range":180,)"), true);
         QCOMPARE(q(list[0]["aps"][0].dump()),
-                 QStringLiteral(R"({"id":109,"name":"Mirelo<sup>&reg;</sup> 45 OD"})"));
+                 QStringLiteral(R"({"id":59,"name":"Mirelo<sup>&reg;</sup> 45 OD"})"));
         QCOMPARE(q(str(list[0]["period"])), QStringLiteral("Kardeşlenme"));
         QVERIFY(list[0]["period_pdf"].is_null());
         const Json document = list[1]["period_pdf"];
@@ -133,9 +134,9 @@ private slots:
             R"({"range":"Tarla büyüklüğü 0 dekardan büyük olmalıdır."})");
         row("over 10000", R"({"produceId":1,"range":10000.5})",
             R"({"range":"Tarla büyüklüğü 10000 dekardan büyük olamaz."})");
-        row("unknown product", R"({"produceId":1,"range":5,"aps":[101,999]})",
+        row("unknown product", R"({"produceId":1,"range":5,"aps":[51,999]})",
             R"({"aps":"Seçtiğiniz zirai ürün bulunamadı."})");
-        row("four products", R"({"produceId":1,"range":5,"aps":[101,102,103,104]})",
+        row("four products", R"({"produceId":1,"range":5,"aps":[51,52,53,54]})",
             R"({"aps":"En fazla 3 zirai ürün seçebilirsiniz."})");
         row("all wrong, in field order", R"({"aps":["x"],"range":20000})",
             R"({"produceId":"Ürün seçmediniz.","range":"Tarla büyüklüğü 10000 dekardan büyük olamaz.",)"
@@ -154,13 +155,13 @@ private slots:
 
     void acceptedForms() {
         // Limits themselves pass; a size with a decimal comma, products as text, repeats dropped.
-        auto reply = set(Member, {{"produceId", "3"}, {"range", "12,5"}, {"aps", "[104, 104, 102]"}});
+        auto reply = set(Member, {{"produceId", "3"}, {"range", "12,5"}, {"aps", "[54, 54, 52]"}});
         QCOMPARE(reply.status(), 200);
         Json farm = reply.json["data"]["farmerProduce"];
         QCOMPARE(q(farm["range"].dump()), QStringLiteral("12.5"));
         QCOMPARE(q(farm["aps"].dump()),
-                 QStringLiteral(R"([{"id":104,"name":"Sorimet<sup>&reg;</sup> 5 EC"},)"
-                                R"({"id":102,"name":"Nodrix<sup>&reg;</sup> 480 SC"}])"));
+                 QStringLiteral(R"([{"id":54,"name":"Sorimet<sup>&reg;</sup> 5 EC"},)"
+                                R"({"id":52,"name":"Nodrix<sup>&reg;</sup> 480 SC"}])"));
         reply = set(Member, {{"produceId", 1}, {"range", 10000}});
         QCOMPARE(reply.status(), 200);
         QVERIFY(reply.json["data"]["farmerProduce"]["aps"].empty());
@@ -200,12 +201,12 @@ private slots:
 
     void updatingAFarm() {
         const auto wheat = farmOf(Farmer, "Buğday");
-        auto reply = set(Farmer, {{"id", wheat}, {"produceId", 1}, {"range", 150}, {"aps", {103}}});
+        auto reply = set(Farmer, {{"id", wheat}, {"produceId", 1}, {"range", 150}, {"aps", {53}}});
         QCOMPARE(reply.status(), 200);
         Json farm = farms(Farmer)[0];
         QCOMPARE(farm["id"].get<std::int64_t>(), wheat);
         QCOMPARE(q(farm["range"].dump() + farm["aps"].dump()),
-                 QStringLiteral(R"(150[{"id":103,"name":"Kelvaro<sup>&reg;</sup> 70 WG"}])"));
+                 QStringLiteral(R"(150[{"id":53,"name":"Kelvaro<sup>&reg;</sup> 70 WG"}])"));
         // The same crop keeps its period.
         QCOMPARE(farm["periodId"].get<int>(), 103);
 
@@ -354,6 +355,9 @@ private slots:
                     for (const auto& pest : group["data"]) {
                         ++pests;
                         pictures.insert(pest["image"].get<std::string>());
+                        // A card clears the pictures tagged 0 to 99, a product's picture carrying its id.
+                        for (const auto& product : pest["aps"])
+                            QVERIFY2(product["id"].get<std::int64_t>() < 100, product.dump().c_str());
                         QCOMPARE(get("/site" + pest["path"].get<std::string>()).http, 200);
                     }
             }
@@ -362,6 +366,27 @@ private slots:
                 if (seen.insert(url).second) QVERIFY2(served(url, "image/svg+xml"), url.c_str());
             QCOMPARE(get("/api/?do=produce/delete&id=" + std::to_string(farmId), Member).status(), 200);
         }
+    }
+
+    // A database seeded when products were numbered from 101: the migration brings them and every
+    // reference to them under 100, so the farms, the cards and the campaign keep their products.
+    void productsNumberedFrom101ComeUnder100() {
+        const QString farmsBefore = q(farms(Farmer).dump());
+        const auto wheat = farmOf(Farmer, "Buğday");
+        const QString cardsBefore = q(periods(Farmer, wheat)["data"]["pests"].dump());
+        s->db->exec("DELETE FROM schema_migrations WHERE version = 110;"
+                    "BEGIN; PRAGMA defer_foreign_keys = ON;"
+                    "UPDATE aps SET id = id + 50; UPDATE pest_aps SET ap_id = ap_id + 50;"
+                    "UPDATE farm_aps SET ap_id = ap_id + 50; UPDATE popups SET pest_id = pest_id + 50;"
+                    "COMMIT;");
+        QCOMPARE(s->db->scalar("SELECT MIN(id) FROM aps"), std::int64_t(101));
+
+        QCOMPARE(s->db->migrate(migrations()), 1);
+        QCOMPARE(s->db->scalar("SELECT MAX(id) FROM aps"), std::int64_t(62));
+        QCOMPARE(s->db->scalar("SELECT COUNT(*) FROM popups WHERE pest_id = 51"), std::int64_t(1));
+        QCOMPARE(q(farms(Farmer).dump()), farmsBefore);
+        QCOMPARE(q(periods(Farmer, wheat)["data"]["pests"].dump()), cardsBefore);
+        QVERIFY(s->db->query("PRAGMA foreign_key_check").empty());
     }
 
     void periodDocuments() {

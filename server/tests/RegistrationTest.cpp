@@ -51,7 +51,7 @@ class RegistrationTest : public QObject {
             {"hash", hash},
             {"fields",
              Json::array(
-                 {Json{{"range", "12a"}, {"aps", {101, 103}}, {"produceId", 1}, {"name", "Buğday"}},
+                 {Json{{"range", "12a"}, {"aps", {51, 53}}, {"produceId", 1}, {"name", "Buğday"}},
                   Json{{"range", "10000"}, {"aps", Json::array()}, {"id", 4}, {"name", "Ayçiçeği"}}})},
             {"etk-sms", "1"},
             {"etk-advertising", "0"},
@@ -114,8 +114,8 @@ private slots:
                    farm["produceId"].dump() + " " + farm["aps"].dump();
         };
         QCOMPARE(q(summary(farms[0])),
-                 QStringLiteral(R"(Buğday 12 1 [{"id":101,"name":"Tarvenza<sup>&reg;</sup> 250 EC"},)"
-                                R"({"id":103,"name":"Kelvaro<sup>&reg;</sup> 70 WG"}])"));
+                 QStringLiteral(R"(Buğday 12 1 [{"id":51,"name":"Tarvenza<sup>&reg;</sup> 250 EC"},)"
+                                R"({"id":53,"name":"Kelvaro<sup>&reg;</sup> 70 WG"}])"));
         QCOMPARE(q(summary(farms[1])), QStringLiteral("Ayçiçeği 10000 4 []"));
         for (const Json& farm : farms)
             QVERIFY(farm["periodId"].is_number_integer() && farm["period"].is_string());
@@ -170,7 +170,7 @@ private slots:
                     " aps TEXT NOT NULL DEFAULT '[]',"
                     " created_at TEXT NOT NULL DEFAULT (strftime('%Y-%m-%d %H:%M:%S', 'now')))");
         s->db->execute("INSERT INTO registration_fields (user_id, produce_id, size, aps) VALUES"
-                       " (?, 4, 7.5, '[103,101]'), (?, 1, 12, '[]')",
+                       " (?, 4, 7.5, '[53,51]'), (?, 1, 12, '[]')",
                        {userId, userId});
         const auto farmsBefore = s->db->scalar("SELECT COUNT(*) FROM farms");
 
@@ -184,7 +184,7 @@ private slots:
         // The products in the order chosen.
         QCOMPARE(q(farms[0]["name"].get<std::string>() + " " + farms[0]["range"].dump() + " " +
                    farms[0]["aps"][0]["id"].dump() + "," + farms[0]["aps"][1]["id"].dump()),
-                 QStringLiteral("Ayçiçeği 7.5 103,101"));
+                 QStringLiteral("Ayçiçeği 7.5 53,51"));
         QCOMPARE(q(farms[1]["name"].get<std::string>() + " " + farms[1]["aps"].dump()),
                  QStringLiteral("Buğday []"));
         // The period is the one a farm made today gets.
@@ -221,7 +221,7 @@ private slots:
             "Tarla büyüklüğünü girmediniz.");
         row("size above limit", R"({"fields":[{"produceId":1,"range":"10001"}]})", "fields",
             "Tarla büyüklüğü 10000 dekardan büyük olamaz.");
-        row("four products", R"({"fields":[{"produceId":1,"range":"5","aps":[101,102,103,104]}]})", "fields",
+        row("four products", R"({"fields":[{"produceId":1,"range":"5","aps":[51,52,53,54]}]})", "fields",
             "Bir tarla için en fazla 3 zirai ürün seçebilirsiniz.");
         row("unknown product", R"({"fields":[{"produceId":1,"range":"5","aps":[999]}]})", "fields",
             "Seçtiğiniz zirai ürün bulunamadı.");

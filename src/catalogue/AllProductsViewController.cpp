@@ -95,10 +95,22 @@ void AllProductsViewController::searchTextChanged(QObject*) {
                 fatal(QStringLiteral("Fatal error: Unexpectedly found nil while unwrapping an Optional value (title)"));
             if (products.at(i).title->toLower().contains(needle)) indexArr.append(i);
         }
-        for (int i : std::as_const(indexArr)) Platform::current().application().log(*products.at(i).title);
+        // The matches' titles, a line each, written at once.
+        QStringList titles;
+        titles.reserve(indexArr.size());
+        for (int i : std::as_const(indexArr)) titles << *products.at(i).title;
+        if (!titles.isEmpty()) Platform::current().application().log(titles.join(QLatin1Char('\n')));
     }
-    tableView->reloadData();
-    collectionView->reloadData();
+    reloadLists();
+}
+
+// The list on show is reloaded at once; the hidden one when it is switched to, so that a keystroke
+// pays for one list only.
+void AllProductsViewController::reloadLists() {
+    for (TableView* list : {tableView, collectionView}) {
+        if (list->isHidden()) staleLists.insert(list);
+        else list->reloadData();
+    }
 }
 
 // The row as it stands, even during a search: the detail that opens is that of the product at that
@@ -115,6 +127,8 @@ void AllProductsViewController::didSelectRow(int row) {
 
 void AllProductsViewController::changeGridWithSender(QObject*) {
     changeGrid(isList, tableView, collectionView, rightBarButtonItem());
+    TableView* shown = isList ? collectionView : tableView;
+    if (staleLists.remove(shown)) shown->reloadData();
 }
 
 void AllProductsViewController::searchBarSearchButtonClicked(QObject*) { searchBar->resignFirstResponder(); }

@@ -3,6 +3,8 @@
 #include "platform/Controls.h"
 #include "platform/ViewController.h"
 
+#include <QSet>
+
 namespace ekinora::catalogue {
 
 // The whole plant-protection catalogue, as a list or a two-column grid, with a search bar over it.
@@ -23,6 +25,7 @@ public:
     QList<int> indexArr;
     bool searchBegin = false;
     bool isList = false; // true while the grid is on show
+    QSet<platform::TableView*> staleLists; // hidden while the search changed their rows
 
     void viewDidLoad() override;
     void loadProducts();
@@ -30,6 +33,7 @@ public:
     // A cell's values by control name: "productCell" in the table, "allProductCell" in the grid.
     QVariantMap cellValues(const QString& reuseIdentifier, int row) const;
     void didSelectRow(int row);
+    void reloadLists();
 
 public slots:
     void changeGridWithSender(QObject* sender = nullptr);

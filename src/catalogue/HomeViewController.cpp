@@ -57,6 +57,7 @@ HomeViewController::HomeViewController(QObject* parent)
     closeButton->addTarget(this, &HomeViewController::closeButtonTapped);
     addSegue(QStringLiteral("toBitkiKorumaVC"), SegueKind::Show, QStringLiteral("SelectedProductSB"));
     addSegue(QStringLiteral("toAllProductsVC"), SegueKind::Show, QStringLiteral("AllProductsSB"));
+    addSegue(QStringLiteral("toSprayProgramVC"), SegueKind::Show, QStringLiteral("SprayProgramSB"));
 }
 
 QUrl HomeViewController::viewSource() const { return QUrl(QStringLiteral("qrc:/qt/qml/Ekinora/Catalogue/CatalogueHomeView.qml")); }
@@ -226,6 +227,8 @@ void HomeViewController::selectedProductButtonTapped(QObject*) {
 }
 
 void HomeViewController::showAllProducts(QObject*) { performSegueWithIdentifier(QStringLiteral("toAllProductsVC"), this); }
+
+void HomeViewController::showSprayPrograms(QObject*) { performSegueWithIdentifier(QStringLiteral("toSprayProgramVC"), this); }
 
 void HomeViewController::askForLocationAccess() {
     auto* alert = AlertController::alertControllerWithTitle(

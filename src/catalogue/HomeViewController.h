@@ -59,6 +59,8 @@ public slots:
     void textFieldDidChange(QObject* sender = nullptr);
     // The button under the rows that leads to the whole catalogue.
     void showAllProducts(QObject* sender = nullptr);
+    // The spray programmes have no entry of their own in the menu: they open from here.
+    void showSprayPrograms(QObject* sender = nullptr);
 
 private:
     void fillFilterLists(bool reload);

@@ -279,6 +279,15 @@ private slots:
         QCOMPARE(screen->collectionView->cellForRow(0).values.value("label2").toString(), QStringLiteral("Fungisit"));
         screen->tableView->selectRow(0);
         QCOMPARE(selectedProductId(), QStringLiteral("100"));
+        // The hidden grid shows the search's rows once it is switched to, and the table after a switch back.
+        screen->rightBarButtonItem()->tap();
+        QCOMPARE(screen->collectionView->rows()->count(), 1);
+        screen->searchBar->userEdit(0, 3, "ü");
+        QCOMPARE(screen->collectionView->rows()->count(), 7);
+        screen->rightBarButtonItem()->tap();
+        QCOMPARE(screen->tableView->rows()->count(), 7);
+        QCOMPARE(screen->tableView->rows()->valuesAt(6).value("label1").toString(), QStringLiteral("Ürün 6"));
+        screen->searchBar->userEdit(0, 1, "şıl");
 
         const int before = int(fake->http->requestsFor("productCatalog/products").size());
         screen->searchBar->userEdit(0, 3, "");

@@ -7,7 +7,11 @@
 #include "catalogue/AllProductsViewController.h"
 #include "catalogue/SelectedProductViewController.h"
 
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QTest>
+#include <cmath>
+#include <memory>
 
 using namespace ekinora;
 using namespace ekinora::testing;
@@ -96,7 +100,56 @@ private slots:
         saveScreenshot(window(), QStringLiteral("catalogue-search-grid"));
     }
 
+    // A long list flicked through fast, then left to settle: every row on show draws its own
+    // product's picture, as the same address drawn alone on a fresh load does.
+    void picturesStayWithTheirRowsAfterScrolling() {
+        openCatalogue();
+        tap("showAllProducts");
+        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "productCell").size() > 4, 5000);
+        waitForPictures("productCell");
+        QQuickItem* list = itemNamed(window(), "tableView");
+        const double end = list->property("contentHeight").toDouble() - list->height();
+        for (int round = 0; round < 3; ++round) {
+            for (double y = 0; y <= end; y += 170) list->setProperty("contentY", y), QTest::qWait(3);
+            for (double y = end; y >= 0; y -= 230) list->setProperty("contentY", y), QTest::qWait(3);
+        }
+        list->setProperty("contentY", std::round(end / 2));
+        waitForPictures("productCell");
+        QTest::qWait(300);
+        saveScreenshot(window(), QStringLiteral("catalogue-scrolled"));
+        const QImage shot = window()->grabWindow();
+        const QRectF shown = list->mapRectToScene(QRectF(0, 0, list->width(), list->height()));
+        int compared = 0;
+        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "productCell")) {
+            QQuickItem* picture = itemsNamed(cell, "imgView").value(0);
+            const QRectF at = picture->mapRectToScene(QRectF(0, 0, picture->width(), picture->height()));
+            if (!shown.contains(at)) continue;
+            ++compared;
+            QVERIFY2(shot.copy(at.toRect()) == drawnAlone(picture, at.size().toSize()), qPrintable(text(cell, "label1")));
+        }
+        QVERIFY(compared >= 5);
+    }
+
 private:
+    // The picture's address drawn alone in a window of its own, loaded afresh (not from the cache).
+    QImage drawnAlone(QQuickItem* picture, const QSize& size) {
+        QQuickWindow alone;
+        alone.resize(size.width() + 20, size.height() + 20);
+        alone.show();
+        QQmlComponent component(qmlEngine(picture));
+        component.setData("import QtQuick\nImage { x: 10; y: 10; cache: false; fillMode: Image.PreserveAspectFit }", QUrl());
+        std::unique_ptr<QObject> made(component.create());
+        auto* image = qobject_cast<QQuickItem*>(made.get());
+        if (!image) return {};
+        image->setSize(size);
+        image->setProperty("sourceSize", picture->property("sourceSize"));
+        image->setProperty("source", picture->property("source"));
+        image->setParentItem(alone.contentItem());
+        if (!QTest::qWaitFor([&] { return image->property("status").toInt() == 1; }, 5000)) return {};
+        QTest::qWait(50);
+        return alone.grabWindow().copy(10, 10, size.width(), size.height());
+    }
+
     void openCatalogue() {
         startApp();
         signIn(server::accounts::demoAccount("farmer").phone);
@@ -146,10 +199,15 @@ private:
         return found.isEmpty() ? QString() : found.first()->property("text").toString();
     }
     QString labelText(const char* name) { return itemNamed(window(), name)->property("text").toString(); }
+    // Cells come and go while waiting, so they are looked up afresh each time.
     void waitForPictures(const char* cellName) {
+        QTRY_VERIFY_WITH_TIMEOUT(picturesReady(cellName), 5000);
+    }
+    bool picturesReady(const char* cellName) {
         for (QQuickItem* cell : itemsNamed(window()->contentItem(), cellName))
             for (QQuickItem* image : itemsNamed(cell, "imgView"))
-                QTRY_COMPARE_WITH_TIMEOUT(image->property("status").toInt(), 1, 5000);
+                if (image->property("status").toInt() != 1) return false;
+        return true;
     }
 };
 

@@ -125,8 +125,12 @@ private slots:
         signIn(server::accounts::demoAccount("farmer").phone);
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        // No menu entry leads here; the screen is opened as its storyboard identifier gives it.
-        content()->pushViewController(platform::Storyboard::instantiateViewControllerWithIdentifier("SprayProgramSB"), true);
+        // From the catalogue's home, past its location alert.
+        openMenu(QStringLiteral("Bitki Koruma Ürünleri  YENİ "));
+        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
+        tap("alertButton");
+        QTRY_VERIFY(!itemNamed(window(), "alert"));
+        tap("showSprayPrograms");
         QTRY_VERIFY_WITH_TIMEOUT(answered("page_166.php"), 5000);
         auto* grid = qobject_cast<catalogue::SprayProgramViewController*>(content()->topViewController());
         QVERIFY(grid);

@@ -172,7 +172,7 @@ private slots:
 
     void pestCardsLayTheirProductsOutInARow() {
         reply(103, WheatPeriods,
-              QJsonArray{group("Yabancı Otlar", QJsonArray{pest("Yabani Yulaf", "http://svc.test/pests/ot.svg", {109, 106, 101})})});
+              QJsonArray{group("Yabancı Otlar", QJsonArray{pest("Yabani Yulaf", "http://svc.test/pests/ot.svg", {59, 56, 51})})});
         open([&] { calendar->collYabanciOtlar->setSize(QSizeF(355, 180)); });
         auto* cell = pestCell(calendar->collYabanciOtlar, 0);
         QCOMPARE(cell->lblTitle->text(), QStringLiteral("Yabani Yulaf"));
@@ -181,8 +181,8 @@ private slots:
         const auto pictures = cell->productImages();
         QCOMPARE(pictures.size(), 3);
         for (int i = 0; i < 3; ++i) QCOMPARE(pictures[i]->frame(), QRectF(8 + 68 * i, 8, 60, cell->viewPestHeight() - 16));
-        QCOMPARE(pictures[1]->tag(), 106);
-        QCOMPARE(pictures[1]->imageUrl(), QUrl("http://svc.test/aps/106.svg"));
+        QCOMPARE(pictures[1]->tag(), 56);
+        QCOMPARE(pictures[1]->imageUrl(), QUrl("http://svc.test/aps/56.svg"));
         QVERIFY(!pictures[1]->clipsToBounds());
         pictures[1]->imageLoadEnded(pictures[1]->imageUrl(), true);
         QVERIFY(pictures[1]->clipsToBounds());
@@ -350,10 +350,10 @@ private slots:
 
     void theProductCardShowsAPlainName() {
         auto* card = new farms::ProductViewController;
-        card->dictProduct = QJsonObject{{"name", "Tarvenza<sup>&reg;</sup> 250 EC"}, {"image", "http://svc.test/aps/101.svg"}};
+        card->dictProduct = QJsonObject{{"name", "Tarvenza<sup>&reg;</sup> 250 EC"}, {"image", "http://svc.test/aps/51.svg"}};
         presenter->presentViewController(card);
         QCOMPARE(card->labelName->text(), QStringLiteral("Tarvenza® 250 EC"));
-        QCOMPARE(card->imageLogo->imageUrl(), QUrl("http://svc.test/aps/101.svg"));
+        QCOMPARE(card->imageLogo->imageUrl(), QUrl("http://svc.test/aps/51.svg"));
         QCOMPARE(card->viewProduct->borderWidth(), 1.0);
         QCOMPARE(card->viewProduct->borderColor(), QColor::fromRgbF(0.9215686274509803, 0.9215686274509803, 0.9215686274509803));
         card->closeView();

@@ -40,8 +40,8 @@ QJsonArray farmList(int n) {
 
 const QJsonArray Plants{QJsonObject{{"id", 1}, {"name", "Buğday"}}, QJsonObject{{"id", 3}, {"name", "Mısır"}},
                         QJsonObject{{"id", 10}, {"name", "Domates"}}};
-const QJsonArray Products{ap(101, "Tarvenza<sup>&reg;</sup> 250 EC"), ap(102, "Nodrix<sup>&reg;</sup> 480 SC"),
-                          ap(103, "Kelvaro<sup>&reg;</sup> 70 WG"), ap(112, "Yaprak Gübresi 20-20-20")};
+const QJsonArray Products{ap(51, "Tarvenza<sup>&reg;</sup> 250 EC"), ap(52, "Nodrix<sup>&reg;</sup> 480 SC"),
+                          ap(53, "Kelvaro<sup>&reg;</sup> 70 WG"), ap(62, "Yaprak Gübresi 20-20-20")};
 
 QJsonObject bodyOf(const HttpRequest& request) { return QJsonDocument::fromJson(request.body).object(); }
 
@@ -53,7 +53,7 @@ private slots:
     void init() {
         fake = new FakePlatform;
         fake->store->setString("token", "tok-1");
-        farms = QJsonArray{farm(7, "Buğday", 180, {ap(109, "Mirelo<sup>&reg;</sup> 45 OD"), ap(101, "Tarvenza<sup>&reg;</sup> 250 EC")},
+        farms = QJsonArray{farm(7, "Buğday", 180, {ap(59, "Mirelo<sup>&reg;</sup> 45 OD"), ap(51, "Tarvenza<sup>&reg;</sup> 250 EC")},
                                 "http://svc.test/static/media/farms/bugday.svg"),
                            farm(8, "Şeker Pancarı", 22.5, {})};
         fake->http->on("farmer/produces", [this](const HttpRequest&) { return jsonReply(envelope(QJsonObject{{"farmerProduces", farms}})); });
@@ -70,7 +70,7 @@ private slots:
         farms::FarmerProductRequest request;
         request.doParam = QStringLiteral("produce/set");
         request.range = QStringLiteral("12.3");
-        request.apsList = QJsonArray{101, 102};
+        request.apsList = QJsonArray{51, 52};
         request.produceID = 3;
         request.objectID = 7;
         request.periodID = QStringLiteral("305");
@@ -78,7 +78,7 @@ private slots:
         QStringList keys;
         for (const auto& [key, value] : request.dictionaryRepresentation()) keys << key;
         QCOMPARE(keys, (QStringList{"id", "produceId", "periodId", "farmerprio", "aps", "range", "bearer"}));
-        QCOMPARE(request.dictionaryRepresentation().at(4).second, QJsonValue(QJsonArray{101, 102}));
+        QCOMPARE(request.dictionaryRepresentation().at(4).second, QJsonValue(QJsonArray{51, 52}));
         QCOMPARE(request.dictionaryRepresentation().at(5).second, QJsonValue(12.3));
 
         // An empty list and unset properties stay out; the size text always goes as a number.
@@ -259,7 +259,7 @@ private slots:
         QCOMPARE(fake->platform->window().hudCount(), 1);
         const HttpRequest sent = fake->http->requestsFor("produce/set").value(0);
         QCOMPARE(sent.method, QByteArray("POST"));
-        QCOMPARE(bodyOf(sent), (QJsonObject{{"produceId", 3}, {"aps", QJsonArray{103, 101}}, {"range", 12.5}, {"bearer", "tok-1"}}));
+        QCOMPARE(bodyOf(sent), (QJsonObject{{"produceId", 3}, {"aps", QJsonArray{53, 51}}, {"range", 12.5}, {"bearer", "tok-1"}}));
         fake->run(0);
         QVERIFY(screen->cropEditor()->viewNewProduce->isHidden());
         QVERIFY(nav->navigationBar()->userInteractionEnabled());
@@ -333,7 +333,7 @@ private slots:
         screen->cropEditor()->updateProduce();
         // Only the products the list knows go out.
         QCOMPARE(bodyOf(fake->http->requestsFor("produce/set").value(0)),
-                 (QJsonObject{{"id", 7}, {"aps", QJsonArray{101}}, {"range", 180}, {"bearer", "tok-1"}}));
+                 (QJsonObject{{"id", 7}, {"aps", QJsonArray{51}}, {"range", 180}, {"bearer", "tok-1"}}));
     }
 
     void deletingAsksNothingAndARefusalSaysNothing() {

@@ -20,6 +20,10 @@ std::string stripScheme(std::string_view value) {
     if (value.size() >= scheme.size() && value.substr(0, scheme.size()) == scheme &&
         (value.size() == scheme.size() || value[scheme.size()] == ' '))
         value = trim(value.substr(scheme.size()));
+    // The scan screen writes "Bearer%20" into its URL and then encodes the whole URL once more, so
+    // the parameter arrives as "Bearer%20<token>" after decoding.
+    else if (value.substr(0, scheme.size() + 3) == "Bearer%20")
+        value = trim(value.substr(scheme.size() + 3));
     if (value == "(null)") return {};
     return std::string(value);
 }

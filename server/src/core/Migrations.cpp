@@ -2,6 +2,7 @@
 #include "catalogue/Catalogue.h"
 #include "seeds/Seeds.h"
 #include "conversations/Conversations.h"
+#include "loyalty/Loyalty.h"
 
 namespace ekinora::server {
 
@@ -423,6 +424,18 @@ CREATE TABLE video_streams (
         {80, "conversation_threads", conversations::conversationsSchemaSql()},
         {90, "seeds", seeds::schemaSql()},
         {91, "seeds_seed", seeds::seedSql()},
+        {100, "loyalty", loyalty::schemaSql()},
+        {101, "loyalty_seed", loyalty::seedSql()},
+        // Product ids go under 100: a pest card of the crop calendar clears the pictures tagged 0 to 99
+        // and tags a product's picture with its id, so a higher id left old pictures under new ones.
+        // Databases seeded with 101 to 112 take 51 to 62, with every reference to them.
+        {110, "products_under_100", R"sql(
+PRAGMA defer_foreign_keys = ON;
+UPDATE aps SET id = id - 50 WHERE id BETWEEN 101 AND 112;
+UPDATE pest_aps SET ap_id = ap_id - 50 WHERE ap_id BETWEEN 101 AND 112;
+UPDATE farm_aps SET ap_id = ap_id - 50 WHERE ap_id BETWEEN 101 AND 112;
+UPDATE popups SET pest_id = pest_id - 50 WHERE pest_id BETWEEN 101 AND 112;
+)sql"},
     };
     return list;
 }

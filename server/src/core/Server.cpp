@@ -17,6 +17,7 @@
 #include "conversations/Unread.h"
 #include "events/Events.h"
 #include "info/SiteInfo.h"
+#include "loyalty/Loyalty.h"
 #include "news/News.h"
 #include "videos/Videos.h"
 #include "core/ApiCall.h"
@@ -156,6 +157,7 @@ struct Server::Impl {
             news::seedNews(*opened, options.clock);
             events::seedEvents(*opened, options.clock);
             videos::seedVideos(*opened, options.clock);
+            loyalty::seedDemoLoyalty(*opened, options.clock);
 
             auto table = std::make_unique<Dispatch>([raw = opened.get()](const std::string& token) {
                 return accounts::userForToken(*raw, token);
@@ -179,6 +181,8 @@ struct Server::Impl {
             contests::registerContestCommands(*table, *opened, options.clock);
             grants::registerGrantCommands(*table, *opened, options.clock);
             market::registerMarketCommands(*table, *opened, options.clock);
+            loyalty::registerLoyaltyCommands(*table, *opened, options.clock);
+            loyalty::registerSaleCommands(*table, *opened, options.clock);
             weatherService = std::make_unique<weather::WeatherService>(*opened, options.clock);
             weather::registerCommands(*table, *weatherService);
 
@@ -261,6 +265,11 @@ struct Server::Impl {
                 return res.set_content(std::move(document->body), document->contentType);
             if (auto document = seeds::seedDocument(database(), path))
                 return res.set_content(std::move(document->body), document->contentType);
+            if (auto portal = loyalty::portalPage(database(), path, req.get_param_value("token"),
+                                                  options.clock ? options.clock() : systemSeconds())) {
+                res.status = portal->httpStatus;
+                return res.set_content(std::move(portal->html), "text/html; charset=utf-8");
+            }
             if (auto document = info::siteInfoDocument(path))
                 return res.set_content(std::move(*document), envelope::ContentType);
             if (auto reply = videos::videoServiceReply(database(), path, req.get_param_value("video_id"),

@@ -38,14 +38,16 @@ struct Product {
 };
 
 // Registered names carry the mark as markup, as the app expects it; the foliar fertiliser is not
-// a registered name. 101 is the product of the seeded campaign popup.
+// a registered name. 51 is the product of the seeded campaign popup. Ids stay under 100: the crop
+// calendar's pest cards clear the pictures tagged 0 to 99 before drawing theirs, and a product's picture
+// is tagged with its id.
 const Product Products[] = {
-    {101, "Tarvenza<sup>&reg;</sup> 250 EC"},   {102, "Nodrix<sup>&reg;</sup> 480 SC"},
-    {103, "Kelvaro<sup>&reg;</sup> 70 WG"},     {104, "Sorimet<sup>&reg;</sup> 5 EC"},
-    {105, "Pradelin<sup>&reg;</sup> 200 SL"},   {106, "Voltanya<sup>&reg;</sup> 25 WP"},
-    {107, "Ekitor<sup>&reg;</sup> 10 GR"},      {108, "Durasil<sup>&reg;</sup> 300 SC"},
-    {109, "Mirelo<sup>&reg;</sup> 45 OD"},      {110, "Zentafos<sup>&reg;</sup> 500 EC"},
-    {111, "Kelvaro<sup>&reg;</sup> Duo 60 WG"}, {112, "Yaprak Gübresi 20-20-20"},
+    {51, "Tarvenza<sup>&reg;</sup> 250 EC"},   {52, "Nodrix<sup>&reg;</sup> 480 SC"},
+    {53, "Kelvaro<sup>&reg;</sup> 70 WG"},     {54, "Sorimet<sup>&reg;</sup> 5 EC"},
+    {55, "Pradelin<sup>&reg;</sup> 200 SL"},   {56, "Voltanya<sup>&reg;</sup> 25 WP"},
+    {57, "Ekitor<sup>&reg;</sup> 10 GR"},      {58, "Durasil<sup>&reg;</sup> 300 SC"},
+    {59, "Mirelo<sup>&reg;</sup> 45 OD"},      {60, "Zentafos<sup>&reg;</sup> 500 EC"},
+    {61, "Kelvaro<sup>&reg;</sup> Duo 60 WG"}, {62, "Yaprak Gübresi 20-20-20"},
 };
 
 } // namespace

@@ -24,7 +24,7 @@ void seedPopups(Database& db) {
              "ürünlerinde her kutu için <b>iki kat Bereket puanı</b> kazanın.</p>"
              "<p>Kutunun içindeki kodu <i>Ürün Tarat</i> ekranından okutmanız yeterli. "
              "Kampanya 30 Nisan'a kadar geçerlidir.</p>",
-             "/static/media/popup/bahar-kampanyasi.svg", std::int64_t(101),
+             "/static/media/popup/bahar-kampanyasi.svg", std::int64_t(51),
              "/static/media/popup/tarvenza-250-ec.svg", "Tarvenza<sup>&reg;</sup> 250 EC"});
         db.execute(
             "INSERT INTO popups (code, header, content, file_path, pest_id, pest_file_path, pest_name, "

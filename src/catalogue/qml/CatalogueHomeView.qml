@@ -103,6 +103,12 @@ Rectangle {
                 text: "Tüm Ürünleri Listele"
                 onClicked: root.controller.showAllProducts()
             }
+            ActionButton {
+                act: "showSprayPrograms"
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: "İlaçlama Programları"
+                onClicked: root.controller.showSprayPrograms()
+            }
         }
     }
 
