@@ -18,6 +18,7 @@
 #include "platform/NetworkAccess.h"
 #include "platform/Platform.h"
 #include "profile/ProfileScreens.h"
+#include "sale/SaleScreens.h"
 #include "platform/Storyboard.h"
 #include "service/AppDelegate.h"
 #include "service/ServiceRoots.h"
@@ -60,6 +61,7 @@ void Ekinora::registerScreens() {
     videos::registerScreens();
     info::registerScreens();
     loyalty::registerScreens();
+    sale::registerScreens();
     // Main screens still to come stand as pages with their menu label.
     shell::registerPendingScreens();
 }
