@@ -11,8 +11,10 @@ NavigationController::NavigationController(QObject* parent)
 
 NavigationController::~NavigationController() {
     // A screen kept alive after its stack (a reply, a timer) keeps its view in the window, hidden.
+    // It no longer finds its stack through its parent: the stack is gone.
     for (ViewController* c : std::as_const(m_stack)) {
         unembed(c);
+        c->setParentController(nullptr);
         c->release();
     }
 }
