@@ -101,6 +101,8 @@ QString verdict(double worst, double limit, const char* what) {
 int drive(int runs) {
     using namespace ekinora::server;
     ServerOptions serverOptions;
+    // The stored session below uses the demo farmer's fixed token.
+    serverOptions.demo = true;
     Server service(serverOptions);
     service.start();
     service.setPopupActive(false);

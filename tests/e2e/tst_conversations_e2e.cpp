@@ -184,7 +184,8 @@ private:
         QFile status(QStringLiteral("/proc/self/status"));
         if (!status.open(QIODevice::ReadOnly)) return 0;
         for (const QByteArray& line : status.readAll().split('\n'))
-            if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ').first().toLongLong() * 1024;
+            // Memory the process holds itself: a file read through a mapping is the system's cache.
+            if (line.startsWith("RssAnon:")) return line.mid(8).trimmed().split(' ').first().toLongLong() * 1024;
         return 0;
     }
 
