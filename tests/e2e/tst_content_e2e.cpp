@@ -39,7 +39,13 @@ private slots:
         }
         QCOMPARE(listCount("tblNews"), 14);
         QTest::qWait(300);
-        QQuickItem* cell = itemsNamed(window()->contentItem(), "NewsCell").last();
+        // The last card whose middle is inside the list: the list keeps cards beyond its edge too.
+        QQuickItem* list = itemNamed(window(), "tblNews");
+        const QRectF shown = list->mapRectToScene(QRectF(0, 0, list->width(), list->height()));
+        QQuickItem* cell = nullptr;
+        for (QQuickItem* c : itemsNamed(window()->contentItem(), "NewsCell"))
+            if (shown.contains(c->mapToScene(QPointF(c->width() / 2, c->height() / 2)))) cell = c;
+        QVERIFY(cell);
         const QString header = text(cell, "lblContent");
         tapItem(window(), cell);
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "NewsDetailViewController"), 5000);
