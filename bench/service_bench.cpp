@@ -2,7 +2,8 @@
 // connection alive and send requests back to back for a fixed time. Prints requests a second,
 // latency percentiles and errors for each scenario; the client shares the machine with the service.
 // The "writes" scenario mixes in the writes of the app's areas (farms and their periods, questions,
-// messages and their state); a soak (--soak S) runs it for S seconds and prints the resident memory slice by slice.
+// messages and their state); a soak (--soak S) runs it for S seconds against the service in a process
+// of its own and prints that process's resident memory slice by slice.
 // Usage: service_bench [--threads N] [--seconds S] [--warmup S] [--scenario farms|mixed|writes|all]
 //                      [--soak S]
 #include "core/Server.h"
@@ -21,8 +22,10 @@
 #include <vector>
 
 #include <nlohmann/json.hpp>
-#include <sqlite3.h>
+#include <csignal>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -189,9 +192,9 @@ void run(const char* name, int port, const std::vector<Request>& requests, const
     std::fflush(stdout);
 }
 
-// VmRSS of the process, which holds the service, in MB; -1 when unreadable.
-double residentMb() {
-    std::FILE* status = std::fopen("/proc/self/status", "r");
+// VmRSS of a process in MB; -1 when unreadable.
+double residentMb(const std::string& pid = "self") {
+    std::FILE* status = std::fopen(("/proc/" + pid + "/status").c_str(), "r");
     if (!status) return -1;
     char line[256];
     long kb = -1;
@@ -201,28 +204,67 @@ double residentMb() {
     return kb < 0 ? -1 : double(kb) / 1024.0;
 }
 
-// The writes scenario for the whole time in ten slices, the resident memory after each: flat once the
-// caches and the request log have filled (the first slices).
-void soak(int port, const std::vector<Request>& requests, const Options& options) {
+// The service alone in a child process, so that the memory read is the service's and not the client
+// threads' (their latency lists alone move the heap by megabytes). Forked before any thread starts.
+struct ServiceProcess {
+    pid_t pid = -1;
+    int port = 0;
+};
+
+ServiceProcess startServiceProcess(const std::string& dbPath) {
+    int fds[2];
+    if (pipe(fds) != 0) {
+        std::perror("pipe");
+        std::exit(1);
+    }
+    const pid_t pid = fork();
+    if (pid == 0) {
+        close(fds[0]);
+        ekinora::server::ServerOptions serverOptions;
+        serverOptions.dbPath = dbPath;
+        serverOptions.demo = true;
+        ekinora::server::Server server(serverOptions);
+        const int port = server.start();
+        if (write(fds[1], &port, sizeof port) != sizeof port) _exit(1);
+        for (;;) pause(); // until the bench ends it
+    }
+    close(fds[1]);
+    ServiceProcess service{pid, 0};
+    if (pid < 0 || read(fds[0], &service.port, sizeof service.port) != sizeof service.port) {
+        std::fprintf(stderr, "the service process did not start\n");
+        std::exit(1);
+    }
+    close(fds[0]);
+    return service;
+}
+
+// The writes scenario for the whole time in ten slices, the service's resident memory after each:
+// flat once its caches and the request log have filled (the first slices).
+void soak(const std::string& dbPath, const Options& options) {
+    const ServiceProcess service = startServiceProcess(dbPath);
+    const std::string pid = std::to_string(service.pid);
+    const std::vector<Request> requests = writes(service.port);
     const int slices = 10;
     const double slice = options.soak / slices;
-    std::printf("soak: writes scenario, %d threads, %.0f s\n", options.threads, options.soak);
+    std::printf("soak: writes scenario, %d threads, %.0f s, the service in process %s\n", options.threads,
+                options.soak, pid.c_str());
     long total = 0, errors = 0;
-    double first = 0;
+    double second = 0;
     for (int i = 1; i <= slices; ++i) {
-        const Totals t = drive(port, requests, options.threads, slice);
+        const Totals t = drive(service.port, requests, options.threads, slice);
         total += long(t.latenciesMs.size());
         errors += t.errors;
-        const double rss = residentMb();
-        if (i == 2) first = rss;
-        // SQLite's own share: its page cache fills as the tables grow, up to its bound.
-        std::printf("  %5.0f s: %ld requests, %ld errors, p99 %.2f ms, resident %.1f MB (SQLite %.1f MB)\n", slice * i,
-                    total, errors, percentile(t.latenciesMs, 99), rss, double(sqlite3_memory_used()) / 1048576.0);
+        const double rss = residentMb(pid);
+        if (i == 2) second = rss;
+        std::printf("  %5.0f s: %ld requests, %ld errors, p99 %.2f ms, service resident %.1f MB\n", slice * i, total,
+                    errors, percentile(t.latenciesMs, 99), rss);
         printFailures(t);
         std::fflush(stdout);
     }
-    std::printf("soak: resident memory from the second slice to the end: %+.1f MB, errors %ld\n",
-                residentMb() - first, errors);
+    std::printf("soak: the service's resident memory from the second slice to the end: %+.1f MB, errors %ld\n",
+                residentMb(pid) - second, errors);
+    kill(service.pid, SIGTERM);
+    waitpid(service.pid, nullptr, 0);
 }
 
 [[noreturn]] void usage() {
@@ -266,7 +308,9 @@ int main(int argc, char** argv) {
         return 1;
     }
     const std::filesystem::path dir = pattern;
-    {
+    if (options.soak > 0) {
+        soak((dir / "bench.db").string(), options);
+    } else {
         ekinora::server::ServerOptions serverOptions;
         serverOptions.dbPath = (dir / "bench.db").string();
         serverOptions.demo = true; // the demo accounts' fixed tokens
@@ -275,14 +319,10 @@ int main(int argc, char** argv) {
         std::printf("service on port %d, %u hardware threads; budget: 5000 req/s, p99 < 10 ms for the farm list\n",
                     port, std::thread::hardware_concurrency());
         const auto all = options.scenario == "all";
-        if (options.soak > 0) {
-            soak(port, writes(port), options);
-        } else {
-            if (all || options.scenario == "farms") run("farms", port, farmList(), options);
-            if (all || options.scenario == "mixed") run("mixed", port, mixed(), options);
-            if (all || options.scenario == "writes") run("writes", port, writes(port), options);
-        }
-        std::printf("resident memory after the runs: %.1f MB\n", residentMb());
+        if (all || options.scenario == "farms") run("farms", port, farmList(), options);
+        if (all || options.scenario == "mixed") run("mixed", port, mixed(), options);
+        if (all || options.scenario == "writes") run("writes", port, writes(port), options);
+        std::printf("resident memory after the runs (service and clients): %.1f MB\n", residentMb());
     }
     std::error_code ignored;
     std::filesystem::remove_all(dir, ignored);

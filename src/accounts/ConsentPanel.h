@@ -32,7 +32,7 @@ struct ConsentPolicy {
 
 // The consent pages: the conditions of use (registration only), the three message permissions and the
 // information notice. The host embeds it over its view and reads the permissions when it sends them.
-class ConsentPanel : public platform::ViewController {
+class ConsentPanel : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its host screen.")

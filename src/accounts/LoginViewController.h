@@ -14,7 +14,7 @@ namespace ekinora::accounts {
 // pages as panels that are shown and hidden over it; none is pushed. The wizard is a child controller
 // (its panels, fields, crops and actions); the screen still answers the wizard's actions by their
 // names and hands them on.
-class LoginViewController : public platform::ViewController {
+class LoginViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

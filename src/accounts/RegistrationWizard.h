@@ -30,7 +30,7 @@ struct RegistrationPolicy {
 // and the place, a farmer's crops (kept here until the registration sends them) or a dealer's shop and
 // its check, and the final panel. Its panels lie in the host's registration panel; the crop editor lies
 // over the whole host. Alerts and requests go out in the host's name, as the screen's own do.
-class RegistrationWizard : public platform::ViewController {
+class RegistrationWizard : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its host screen.")

@@ -8,7 +8,7 @@
 namespace ekinora::catalogue {
 
 // The whole plant-protection catalogue, as a list or a two-column grid, with a search bar over it.
-class AllProductsViewController : public platform::ViewController {
+class AllProductsViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -11,7 +11,7 @@ std::optional<QUrl> urlFromString(const QString& text);
 
 // A document of a plant-protection product: the address and the title come through the process-wide
 // documentPath and documentTitle. The load is not watched; a document that fails leaves the page blank.
-class DocumentViewerViewController : public platform::ViewController {
+class DocumentViewerViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -24,7 +24,7 @@ public:
 };
 
 // A document of a seed product: the pusher sets the title and url. The request waits 60 seconds.
-class MaizeDocumentViewController : public platform::ViewController {
+class MaizeDocumentViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -39,7 +39,7 @@ public:
 };
 
 // The picture or film of a media strip, full screen; the film starts once the screen is up.
-class PlayerViewController : public platform::ViewController {
+class PlayerViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its presenter.")

@@ -9,7 +9,7 @@ namespace ekinora::catalogue {
 // The plant-protection catalogue's entry: three rows (plant, product group, illness) that open one
 // slide-in panel with a table and a search field. The choice lives in the process-wide variables that
 // the result list reads; no segue carries data.
-class HomeViewController : public platform::ViewController {
+class HomeViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -11,7 +11,7 @@ namespace ekinora::catalogue {
 
 // One plant-protection product: header, fact sheet, documents, sections that open one at a time with
 // bodies built as HTML on the device and measured off-screen before they are shown, and a media strip.
-class ProductDetailViewController : public platform::ViewController {
+class ProductDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

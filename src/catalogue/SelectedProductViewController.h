@@ -8,7 +8,7 @@
 namespace ekinora::catalogue {
 
 // The filter's result: the chosen names as chips over the products, as a list or a two-column grid.
-class SelectedProductViewController : public platform::ViewController {
+class SelectedProductViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -7,7 +7,7 @@
 namespace ekinora::catalogue {
 
 // The company's spray programmes as a grid of tiles, from the product site's list.
-class SprayProgramViewController : public platform::ViewController {
+class SprayProgramViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -22,7 +22,7 @@ public:
 };
 
 // One programme's page under its own bar, which carries the title.
-class SprayProgramWebViewController : public platform::ViewController {
+class SprayProgramWebViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

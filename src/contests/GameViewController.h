@@ -11,7 +11,7 @@ namespace ekinora::contests {
 
 // "Çekiliş": the contests, each with what the farmer can do with it now (enter, or see the results),
 // and the way into the questions or the results.
-class GameViewController : public platform::ViewController {
+class GameViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

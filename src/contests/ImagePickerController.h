@@ -12,7 +12,7 @@ namespace ekinora::contests {
 // The picture picker of the contest screens, presented over them: the photo library (the pictures of
 // the user's pictures folder, newest first) or the camera. It hands back the original picture, or
 // nothing on a cancel, and is dismissed either way.
-class ImagePickerController : public platform::ViewController {
+class ImagePickerController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")

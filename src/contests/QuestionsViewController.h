@@ -14,7 +14,7 @@ namespace ekinora::contests {
 
 // One contest's questions, one at a time with no going back. Each answer goes to the service as soon
 // as it is given; the service scores, the screen only shows what comes back.
-class QuestionsViewController : public platform::ViewController {
+class QuestionsViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

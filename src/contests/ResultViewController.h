@@ -11,7 +11,7 @@ namespace ekinora::contests {
 
 // "Çekiliş Sonucu": the winners of a contest, the message for this farmer and his congratulation when
 // he won; before the draw, the day the contest ends.
-class ResultViewController : public platform::ViewController {
+class ResultViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

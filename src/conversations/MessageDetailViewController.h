@@ -14,7 +14,7 @@ namespace ekinora::conversations {
 // One subject: its title, description and date, the thread as a chat whose bubble side comes from
 // the sender, the answer field, the attachments, and the closing row that depends on who looks and
 // on the subject's status. The thread reloads only after a send, a status change or a picture.
-class MessageDetailViewController : public platform::ViewController {
+class MessageDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

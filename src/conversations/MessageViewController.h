@@ -12,7 +12,7 @@ namespace ekinora::conversations {
 // The subjects of the signed-in account: an asker's own questions, or for the answering side every
 // asker's with the asker's name. Pages follow one another as the list is dragged to its end; a
 // "refreshMessages" broadcast asks for the next page too and appends it.
-class MessageViewController : public platform::ViewController {
+class MessageViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -11,7 +11,7 @@ namespace ekinora::conversations {
 
 // A new question: its title and description, sent as they are, and optionally a picture or a video
 // that goes up once the subject exists.
-class NewMessageViewController : public platform::ViewController {
+class NewMessageViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -12,7 +12,7 @@ namespace ekinora::conversations {
 // The video picker of the conversation screens: the videos of the user's videos folder (MP4, QuickTime,
 // AVI, M4V), newest first. A chosen video comes back by its file with the frame at half of its
 // duration, which stands for it as its preview; nothing is read of the video beyond that frame.
-class VideoPickerController : public platform::ViewController {
+class VideoPickerController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")

@@ -12,7 +12,7 @@ namespace ekinora::events {
 
 // One event: its date, place and text, and for a farmer the two answers. The buttons are always
 // painted from the service's "isJoin", never by the screen itself.
-class EventDetailViewController : public platform::ViewController {
+class EventDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -15,7 +15,7 @@ namespace ekinora::events {
 // "Etkinlikler": the events to come (under way and coming, one list to the client) and the past ones,
 // in up to two sections, with the pictures of the nearest events sliding on top. Reloaded at every
 // appearance, so that an answer given on the detail shows on return.
-class EventViewController : public platform::ViewController {
+class EventViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

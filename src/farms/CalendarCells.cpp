@@ -40,9 +40,9 @@ bool PestsCollectionViewCell::removeSubviewWithTag(int tag) {
     return false;
 }
 
-QList<QObject*> PestsCollectionViewCell::productImageObjects() const {
-    QList<QObject*> list;
-    for (ProductImageView* image : m_images) list << image;
+QVariantList PestsCollectionViewCell::productImageObjects() const {
+    QVariantList list;
+    for (ProductImageView* image : m_images) list << QVariant::fromValue(image);
     return list;
 }
 

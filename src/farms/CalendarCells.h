@@ -8,7 +8,7 @@
 namespace ekinora::farms {
 
 // A picture added to a cell in code: its frame in its parent view and its tag.
-class ProductImageView : public platform::ImageView {
+class ProductImageView : public ekinora::platform::ImageView {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -25,7 +25,7 @@ private:
 };
 
 // One period in the chain: its picture between two connector bars, its name below.
-class PeriodCollectionViewCell : public platform::CollectionViewCell {
+class PeriodCollectionViewCell : public ekinora::platform::CollectionViewCell {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -37,14 +37,6 @@ class PeriodCollectionViewCell : public platform::CollectionViewCell {
     UI_OUTLET(ekinora::platform::LayoutConstraint, constraintImgPeriodHeight)
     UI_OUTLET(ekinora::platform::LayoutConstraint, constraintImgPeriodLeftHeight)
     UI_OUTLET(ekinora::platform::LayoutConstraint, constraintImgPeriodRightHeight)
-    Q_PROPERTY(QObject* lblTitle READ titleLabel CONSTANT)
-    Q_PROPERTY(QObject* imgPeriod READ periodImage CONSTANT)
-    Q_PROPERTY(QObject* imgPeriodLeft READ leftBar CONSTANT)
-    Q_PROPERTY(QObject* imgPeriodRight READ rightBar CONSTANT)
-    Q_PROPERTY(QObject* constraintImgPeriodWidth READ widthConstraint CONSTANT)
-    Q_PROPERTY(QObject* constraintImgPeriodHeight READ heightConstraint CONSTANT)
-    Q_PROPERTY(QObject* constraintImgPeriodLeftHeight READ leftHeightConstraint CONSTANT)
-    Q_PROPERTY(QObject* constraintImgPeriodRightHeight READ rightHeightConstraint CONSTANT)
 public:
     explicit PeriodCollectionViewCell(QObject* parent = nullptr);
 
@@ -56,30 +48,17 @@ public:
     platform::LayoutConstraint* constraintImgPeriodHeight;
     platform::LayoutConstraint* constraintImgPeriodLeftHeight;
     platform::LayoutConstraint* constraintImgPeriodRightHeight;
-
-private:
-    QObject* titleLabel() const { return lblTitle; }
-    QObject* periodImage() const { return imgPeriod; }
-    QObject* leftBar() const { return imgPeriodLeft; }
-    QObject* rightBar() const { return imgPeriodRight; }
-    QObject* widthConstraint() const { return constraintImgPeriodWidth; }
-    QObject* heightConstraint() const { return constraintImgPeriodHeight; }
-    QObject* leftHeightConstraint() const { return constraintImgPeriodLeftHeight; }
-    QObject* rightHeightConstraint() const { return constraintImgPeriodRightHeight; }
 };
 
 // One pest: its name over a card with its picture behind the pictures of the products against it.
-class PestsCollectionViewCell : public platform::CollectionViewCell {
+class PestsCollectionViewCell : public ekinora::platform::CollectionViewCell {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
     UI_OUTLET(ekinora::platform::Label, lblTitle)
     UI_OUTLET(ekinora::platform::View, viewPest)
     UI_OUTLET(ekinora::platform::ImageView, imgBack)
-    Q_PROPERTY(QObject* lblTitle READ titleLabel CONSTANT)
-    Q_PROPERTY(QObject* viewPest READ pestView CONSTANT)
-    Q_PROPERTY(QObject* imgBack READ backImage CONSTANT)
-    Q_PROPERTY(QList<QObject*> productImages READ productImageObjects NOTIFY subviewsChanged)
+    Q_PROPERTY(QVariantList productImages READ productImageObjects NOTIFY subviewsChanged)
     Q_PROPERTY(double titleHeight READ titleHeight CONSTANT)
 public:
     // The name's band above the card.
@@ -105,10 +84,7 @@ signals:
     void subviewsChanged();
 
 private:
-    QObject* titleLabel() const { return lblTitle; }
-    QObject* pestView() const { return viewPest; }
-    QObject* backImage() const { return imgBack; }
-    QList<QObject*> productImageObjects() const;
+    QVariantList productImageObjects() const;
     QList<ProductImageView*> m_images;
 };
 

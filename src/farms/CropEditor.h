@@ -53,7 +53,7 @@ struct CropEditorPolicy {
 // The panel that edits one crop (its kind, its size, its products) with the two lists it chooses
 // from. Each host embeds it in its view, starts it with load(), and saves what it holds through the
 // policy's add, update and remove.
-class CropEditor : public platform::ViewController {
+class CropEditor : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its host screen.")

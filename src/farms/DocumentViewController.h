@@ -12,7 +12,7 @@ namespace ekinora::farms {
 
 // A document in a web view under its own bar with its title: a period's PDF, or a disease's page on
 // the product site.
-class DocumentViewController : public platform::ViewController {
+class DocumentViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -38,7 +38,7 @@ public slots:
 };
 
 // One product as a small card: its name and picture. Nothing opens it at present.
-class ProductViewController : public platform::ViewController {
+class ProductViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

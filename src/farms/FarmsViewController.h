@@ -16,7 +16,7 @@ namespace ekinora::farms {
 // "Tarlalarım": the farmer's farms as cards, at most three, and the crop editor to add, update or
 // delete a farm with its crop and up to three products. The screen checks nothing itself: what the
 // service refuses comes back as its message.
-class FarmsViewController : public platform::ViewController {
+class FarmsViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

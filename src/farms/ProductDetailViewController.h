@@ -14,7 +14,7 @@
 namespace ekinora::farms {
 
 // A label made in code and turned to read upwards beside a list.
-class SideLabel : public platform::Label {
+class SideLabel : public ekinora::platform::Label {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -41,7 +41,7 @@ private:
 // The crop calendar of one farm: the crop's periods as a chain of pictures with the farm's present one
 // marked, and the weeds, harmful creatures and diseases of that period, each with the pictures of the
 // products against it. A tap on a period moves the farm there.
-class ProductDetailViewController : public platform::ViewController {
+class ProductDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -10,7 +10,7 @@ namespace ekinora::grants {
 
 // One programme: its title on the gradient, its kind, last date and description, and the button to
 // its application documents.
-class GrantDetailViewController : public platform::ViewController {
+class GrantDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -38,7 +38,7 @@ protected:
 };
 
 // The application documents of a programme, one a row.
-class GrantDocsViewController : public platform::ViewController {
+class GrantDocsViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

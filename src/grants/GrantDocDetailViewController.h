@@ -15,7 +15,7 @@ namespace ekinora::grants {
 class MailComposeViewController;
 
 // One application document as a PDF under its own bar, which the user can mail to himself.
-class GrantDocDetailViewController : public platform::ViewController {
+class GrantDocDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -50,7 +50,7 @@ public slots:
 // The mail composer: recipients, subject, body and attachments, shown for the user to send or cancel.
 // Sending hands the mail to the desktop's mail program through a "mailto:" address with the recipient
 // and the subject, and keeps the attachment as a file in the temporary folder, named as attached.
-class MailComposeViewController : public platform::ViewController {
+class MailComposeViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")

@@ -14,7 +14,7 @@ namespace ekinora::grants {
 
 // "Hibe Destek": the support programmes for one county and crop, picked from three drop-down buttons.
 // The buttons' titles are the whole choice: the ids sent are looked up by those titles.
-class GrantViewController : public platform::ViewController {
+class GrantViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

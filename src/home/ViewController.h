@@ -20,7 +20,7 @@ namespace ekinora::home {
 // panel to add a farm. It is also the gate of the application: at each appearance it sends a user
 // without a stored record to the sign-in, refreshes the stored record from the service, raises the
 // consent panel when the service asks, and logs out a farmer the service now calls a club member.
-class ViewController : public platform::ViewController {
+class ViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -12,7 +12,7 @@ namespace ekinora::info {
 
 // One legal page by its slug, under its own bar with the page's name. A failed page leaves the
 // indicator up; the user leaves by closing.
-class InfoDetailViewController : public platform::ViewController {
+class InfoDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -11,7 +11,7 @@ namespace ekinora::info {
 
 // "Bilgilendirme": a heading row and the three legal pages, each opened in InfoDetailViewController.
 // Below the list, the product site's guide to safe use opens in its accordion.
-class InfoViewController : public platform::ViewController {
+class InfoViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -12,7 +12,7 @@
 namespace ekinora::market {
 
 // An on-off switch; a change sends its actions.
-class Switch : public platform::Control {
+class Switch : public ekinora::platform::Control {
     Q_OBJECT
     QML_NAMED_ELEMENT(UISwitch)
     QML_UNCREATABLE("Made by its screen.")
@@ -32,7 +32,7 @@ private:
 };
 
 // "Tarım Borsası": crop prices of two sources, by product group, everywhere or in the farmer's city.
-class FarmingStockViewController : public platform::ViewController {
+class FarmingStockViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -91,7 +91,7 @@ private:
 };
 
 // One crop's prices by variety and city.
-class FSDetailViewController : public platform::ViewController {
+class FSDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -8,7 +8,7 @@ namespace ekinora::news {
 
 // One news item: title and date on the coloured header, its picture and its text, which starts at its
 // top whenever the screen is laid out.
-class NewsDetailViewController : public platform::ViewController {
+class NewsDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

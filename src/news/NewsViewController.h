@@ -11,7 +11,7 @@ namespace ekinora::news {
 
 // "Haberler": the agricultural news, a page at a time. The app asks for "more" with a bare flag and
 // the service alone knows which page comes next; the list is only ever appended to.
-class NewsViewController : public platform::ViewController {
+class NewsViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

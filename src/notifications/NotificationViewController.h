@@ -10,7 +10,7 @@ namespace ekinora::notifications {
 
 // The notice list, presented from the bell. Asking for it with "ignore_read" "0" is what lets the
 // service mark the notices read; the client keeps no marks of its own.
-class NotificationViewController : public platform::ViewController {
+class NotificationViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

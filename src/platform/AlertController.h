@@ -10,7 +10,7 @@ namespace ekinora::platform {
 
 // A presented alert: title, message and buttons in order. A button's press dismisses the alert, then
 // runs the button's handler.
-class AlertController : public ViewController {
+class AlertController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_NAMED_ELEMENT(UIAlertController)
     QML_UNCREATABLE("Made by the application.")

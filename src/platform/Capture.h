@@ -243,7 +243,7 @@ private:
 };
 
 // A view that code places at a frame and fades: the flashing frame around a code just read.
-class FrameView : public View {
+class FrameView : public ekinora::platform::View {
     Q_OBJECT
     QML_NAMED_ELEMENT(UIFrameView)
     QML_UNCREATABLE("Made by its screen.")

@@ -12,7 +12,7 @@ namespace ekinora::platform {
 // A cell of a collection view: a view with its index path and reuse identifier. A cell is reused: the
 // collection hands it out again after a reload, as it was left, so that what a screen does not set again
 // stays from the item it showed before.
-class CollectionViewCell : public View {
+class CollectionViewCell : public ekinora::platform::View {
     Q_OBJECT
     QML_NAMED_ELEMENT(UICollectionViewCell)
     QML_UNCREATABLE("Made by its collection.")
@@ -44,7 +44,7 @@ private:
 // asks the data source again for every item and hands the cells it had out again, in their order, to
 // the screen's dequeues. Scrolling to an item and flashing the scroll indicators are announced to the
 // arrangement, which plays them.
-class CollectionView : public TableView {
+class CollectionView : public ekinora::platform::TableView {
     Q_OBJECT
     QML_NAMED_ELEMENT(UICollectionView)
     QML_UNCREATABLE("Made by its screen.")

@@ -73,7 +73,7 @@ private:
     bool m_clips = false;
 };
 
-class Label : public View {
+class Label : public ekinora::platform::View {
     Q_OBJECT
     QML_NAMED_ELEMENT(UILabel)
     QML_UNCREATABLE("Made by its screen.")
@@ -97,7 +97,7 @@ private:
 
 // Target-action pairs accumulate, as addTarget:action: does; a pair the control already has is not
 // added again, so it is called once.
-class Control : public View {
+class Control : public ekinora::platform::View {
     Q_OBJECT
     QML_NAMED_ELEMENT(UIControl)
     QML_UNCREATABLE("Made by its screen.")
@@ -139,7 +139,7 @@ private:
     bool m_selected = false;
 };
 
-class Button : public Control {
+class Button : public ekinora::platform::Control {
     Q_OBJECT
     QML_NAMED_ELEMENT(UIButton)
     QML_UNCREATABLE("Made by its screen.")
@@ -169,7 +169,7 @@ private:
     int m_tag = 0;
 };
 
-class TextField : public Control {
+class TextField : public ekinora::platform::Control {
     Q_OBJECT
     QML_NAMED_ELEMENT(UITextField)
     QML_UNCREATABLE("Made by its screen.")
@@ -216,7 +216,7 @@ private:
     ShouldReturn m_shouldReturn;
 };
 
-class ImageView : public View {
+class ImageView : public ekinora::platform::View {
     Q_OBJECT
     QML_NAMED_ELEMENT(UIImageView)
     QML_UNCREATABLE("Made by its screen.")
@@ -296,7 +296,7 @@ private:
 // A table or collection view: the rows come from the data source on the controller and are refreshed
 // only by reloadData, which asks the data source for every row and hands them to the list's model; the
 // model changes only the rows that differ.
-class TableView : public View {
+class TableView : public ekinora::platform::View {
     Q_OBJECT
     QML_NAMED_ELEMENT(UITableView)
     QML_UNCREATABLE("Made by its screen.")
@@ -350,7 +350,7 @@ private:
     DidSelectRow m_didSelectRow;
 };
 
-class BarButtonItem : public Button {
+class BarButtonItem : public ekinora::platform::Button {
     Q_OBJECT
     QML_NAMED_ELEMENT(UIBarButtonItem)
     QML_UNCREATABLE("Made by its screen.")

@@ -39,13 +39,15 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     case SectionRole: return r.section;
     case RowRole: return r.row;
     case CellRole: return QVariant::fromValue(r.cell);
+    case ViewRole: return QVariant::fromValue(parent());
     default: return {};
     }
 }
 
 QHash<int, QByteArray> ListModel::roleNames() const {
     return {{ReuseIdentifierRole, "reuseIdentifier"}, {ValuesRole, "values"}, {SizeRole, "cellSize"},
-            {SectionRole, "section"},                 {RowRole, "row"},       {CellRole, "cell"}};
+            {SectionRole, "section"},                 {RowRole, "row"},       {CellRole, "cell"},
+            {ViewRole, "view"}};
 }
 
 QVariantMap ListModel::valuesAt(int index) const {

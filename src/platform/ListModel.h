@@ -41,7 +41,9 @@ class ListModel : public QAbstractListModel {
     QML_UNCREATABLE("A list's rows come from its table view.")
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
-    enum Role { ReuseIdentifierRole = Qt::UserRole + 1, ValuesRole, SizeRole, SectionRole, RowRole, CellRole };
+    // "view" is the table or collection view the rows belong to: a delegate taps its row through it
+    // without reaching outside itself for the screen.
+    enum Role { ReuseIdentifierRole = Qt::UserRole + 1, ValuesRole, SizeRole, SectionRole, RowRole, CellRole, ViewRole };
 
     explicit ListModel(QObject* parent = nullptr) : QAbstractListModel(parent) {}
 

@@ -9,7 +9,7 @@
 namespace ekinora::platform {
 
 // A navigation stack with a bar (title, back button, the top screen's right item).
-class NavigationController : public ViewController {
+class NavigationController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_NAMED_ELEMENT(UINavigationController)
     QML_UNCREATABLE("Made by the application.")

@@ -9,7 +9,7 @@ namespace ekinora::platform {
 // the camera-unusable alert, reading the first code of a frame, the frame that flashes around it, and
 // the session stopped while the screen is away. A screen adds what it does with a code (scanCode) and
 // its own result, overlay, header and ways out.
-class ScannerViewController : public ViewController {
+class ScannerViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_NAMED_ELEMENT(ScannerViewController)
     QML_UNCREATABLE("Made by the storyboard.")

@@ -9,7 +9,7 @@
 namespace ekinora::platform {
 
 // The side-menu container: a content controller and a left menu that opens over a background picture.
-class SideMenuViewController : public ViewController {
+class SideMenuViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_NAMED_ELEMENT(RESideMenu)
     QML_UNCREATABLE("Made by the application.")

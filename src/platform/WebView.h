@@ -14,7 +14,7 @@ namespace ekinora::platform {
 // A web view: an HTML string with no base address or a page address, navigation decisions and
 // "did finish" by the screen, and script evaluation with a completion. The QML side loads the web
 // engine only when a web view is first shown, so that screens without one never pay for it.
-class WebView : public View {
+class WebView : public ekinora::platform::View {
     Q_OBJECT
     QML_NAMED_ELEMENT(WKWebView)
     QML_UNCREATABLE("Made by the application.")

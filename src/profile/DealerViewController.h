@@ -7,7 +7,7 @@
 namespace ekinora::profile {
 
 // "Bayi Bilgileri": the dealer's shop name, tax number and identity number, read and saved as typed.
-class DealerViewController : public platform::ViewController {
+class DealerViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

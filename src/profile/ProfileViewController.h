@@ -12,7 +12,7 @@ namespace ekinora::profile {
 
 // "Profilim": the farmer's name, e-mail and place, with the city and county picked from the service's
 // lists. The phone number is the login and is only shown.
-class ProfileViewController : public platform::ViewController {
+class ProfileViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -6,7 +6,7 @@ namespace ekinora::sale {
 
 // The dealer reads the code of each package; the service puts it on the open transaction's list and
 // the product comes up on a card. From here the dealer goes on to the list or ends the transaction.
-class BarcodeScanProductViewController : public platform::ScannerViewController {
+class BarcodeScanProductViewController : public ekinora::platform::ScannerViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

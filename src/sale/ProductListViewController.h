@@ -9,7 +9,7 @@ namespace ekinora::sale {
 
 // The codes the service holds for the dealer's open transaction, with a last row of buttons to add
 // and remove; from here the dealer ends the session or confirms the sale.
-class ProductListViewController : public platform::ViewController {
+class ProductListViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

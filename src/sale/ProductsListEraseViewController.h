@@ -6,7 +6,7 @@ namespace ekinora::sale {
 
 // Takes one code off the open transaction's list: the dealer reads the package, sees its product and
 // removes it.
-class ProductsListEraseViewController : public platform::ScannerViewController {
+class ProductsListEraseViewController : public ekinora::platform::ScannerViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

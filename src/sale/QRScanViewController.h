@@ -6,7 +6,7 @@ namespace ekinora::sale {
 
 // The dealer reads the QR code on the farmer's phone; the service opens the transaction of the type
 // the entry screen chose and the dealer goes on to the package codes.
-class QRScanViewController : public platform::ScannerViewController {
+class QRScanViewController : public ekinora::platform::ScannerViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

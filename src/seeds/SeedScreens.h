@@ -10,7 +10,7 @@ namespace ekinora::seeds {
 QString maizeCanola();
 
 // The maize range's four group buttons.
-class MaizeHomeViewController : public platform::ViewController {
+class MaizeHomeViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -30,7 +30,7 @@ private:
 
 // The seed list of the range the menu chose, as a list or a grid with a search bar over it. During a
 // search the two labels change places.
-class MaizeAllViewController : public platform::ViewController {
+class MaizeAllViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")
@@ -79,7 +79,7 @@ struct SeedCard {
 QList<SeedCard> seedCards(const platform::Json& section, int row, const QString& range);
 
 // One maize or canola hybrid: header, documents and sections of native cards, one open at a time.
-class MaizeDetailViewController : public platform::ViewController {
+class MaizeDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -11,7 +11,7 @@ namespace ekinora::shell {
 
 // The left panel of the side menu: the items of the user's "menu", in the service's order. Opening an
 // item replaces the whole content of the container.
-class LeftMenuViewController : public platform::ViewController {
+class LeftMenuViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

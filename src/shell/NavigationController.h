@@ -5,7 +5,7 @@
 namespace ekinora::shell {
 
 // The content stack of every main screen.
-class NavigationController : public platform::NavigationController {
+class NavigationController : public ekinora::platform::NavigationController {
     Q_OBJECT
 public:
     using platform::NavigationController::NavigationController;

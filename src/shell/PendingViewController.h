@@ -6,7 +6,7 @@ namespace ekinora::shell {
 
 // Stands for a main screen that is not built yet: it carries the menu label as its title and shows
 // nothing else.
-class PendingViewController : public platform::ViewController {
+class PendingViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

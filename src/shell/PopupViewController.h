@@ -12,7 +12,7 @@ namespace ekinora::shell {
 
 // The campaign card that the popup poll brings up over the whole screen: a banner, a title, an HTML
 // body and, for a product campaign, a box with the product's picture and name.
-class PopupViewController : public platform::ViewController {
+class PopupViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -6,7 +6,7 @@ namespace ekinora::shell {
 
 // The application's root for the life of the process: a side-menu container that picks its first
 // content from the stored role.
-class RootViewController : public platform::SideMenuViewController {
+class RootViewController : public ekinora::platform::SideMenuViewController {
     Q_OBJECT
 public:
     explicit RootViewController(QObject* parent = nullptr);

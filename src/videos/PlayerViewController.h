@@ -46,7 +46,7 @@ private:
 
 // The full-screen player: black until it is given a player, then the video, turned to landscape while
 // the interface stands so, and a close button.
-class PlayerViewController : public platform::ViewController {
+class PlayerViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_NAMED_ELEMENT(AVPlayerViewController)
     QML_UNCREATABLE("Made by a screen.")

@@ -15,7 +15,7 @@ class PlayerViewController;
 
 // "Videolar": the company's videos at the video service, a page at a time, each played full screen in
 // landscape while the rest of the application stays in portrait.
-class VideoViewController : public platform::ViewController {
+class VideoViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

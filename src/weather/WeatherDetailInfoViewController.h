@@ -18,7 +18,7 @@ platform::Json countyOfUser();
 // A day's screen: the 24 hours of today under the tapped day's date, and for the chosen hour the
 // values the farmer keeps as favourites ("weatherKeys"); its second mode lists every value with a star
 // to choose them.
-class WeatherDetailInfoViewController : public platform::ViewController {
+class WeatherDetailInfoViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

@@ -11,7 +11,7 @@
 namespace ekinora::weather {
 
 // "Hava Durumu": the coming days of the farmer's county, one card a day; a tap opens the day's hours.
-class WeatherDetailViewController : public platform::ViewController {
+class WeatherDetailViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the storyboard.")

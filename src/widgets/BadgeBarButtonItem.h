@@ -12,7 +12,7 @@
 namespace ekinora::widgets {
 
 // The badge's label: a frame in the button's view, a font, and the scale it shrinks by when removed.
-class BadgeLabel : public platform::Label {
+class BadgeLabel : public ekinora::platform::Label {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")
@@ -47,7 +47,7 @@ private:
 // high, badgePadding around the text, and a bounce when the shown value changes. The label is made on
 // first use. Screens set badgeValue as on any bar button item; its arrangement is
 // BarButtonBadge.qml, which the navigation bar draws over the button.
-class BadgeBarButtonItem : public platform::BarButtonItem {
+class BadgeBarButtonItem : public ekinora::platform::BarButtonItem {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")

@@ -16,7 +16,7 @@ namespace ekinora::widgets {
 // The list lives as long as the button's screen (it joins the button's parent when shown); a closed
 // list keeps its place with a height of 0. Its arrangement is DropDownListView.qml, which writes the
 // button's geometry into senderFrame.
-class DropDownList : public platform::View {
+class DropDownList : public ekinora::platform::View {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")

@@ -24,7 +24,7 @@ struct EdgeInsets {
 // state a dot inside it.
 //
 // Its own touchUpInside is the first of its targets, so a screen's action sees the new state.
-class GroupedRadioButton : public platform::Button {
+class GroupedRadioButton : public ekinora::platform::Button {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")

@@ -14,7 +14,7 @@
 namespace ekinora::widgets {
 
 // A page control: dots for the pages, one of them current. The current page stays within the pages.
-class PageControl : public platform::View {
+class PageControl : public ekinora::platform::View {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")
@@ -33,7 +33,7 @@ private:
 };
 
 // An image view placed by frame inside a scroll view.
-class SlideImageView : public platform::ImageView {
+class SlideImageView : public ekinora::platform::ImageView {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")
@@ -54,7 +54,7 @@ private:
 
 // A scroll view: its frame, content size and offset. An animated offset change is announced to the
 // arrangement, which plays it; the model holds the end value at once, as the platform does.
-class ScrollView : public platform::View {
+class ScrollView : public ekinora::platform::View {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")
@@ -62,7 +62,7 @@ class ScrollView : public platform::View {
     Q_PROPERTY(QSizeF contentSize READ contentSize WRITE setContentSize NOTIFY changed)
     Q_PROPERTY(QPointF contentOffset READ contentOffset NOTIFY changed)
     Q_PROPERTY(bool pagingEnabled READ pagingEnabled WRITE setPagingEnabled NOTIFY changed)
-    Q_PROPERTY(QList<QObject*> imageViews READ imageViewObjects NOTIFY subviewsChanged)
+    Q_PROPERTY(QVariantList imageViews READ imageViewObjects NOTIFY subviewsChanged)
 public:
     using View::View;
     using DidScroll = std::function<void(ScrollView*)>;
@@ -91,7 +91,11 @@ signals:
     void subviewsChanged();
 
 private:
-    QList<QObject*> imageViewObjects() const { return {m_imageViews.cbegin(), m_imageViews.cend()}; }
+    QVariantList imageViewObjects() const {
+        QVariantList views;
+        for (SlideImageView* view : m_imageViews) views << QVariant::fromValue(view);
+        return views;
+    }
 
     QRectF m_frame;
     QSizeF m_contentSize;
@@ -105,7 +109,7 @@ private:
 // 5 seconds, from the last one back to the first, and dots for the pages. With fewer than two pictures
 // no timer is started. The timer is replaced only by the next setupSliderView; it holds its slider, which
 // then outlives its screen and keeps paging.
-class Slider : public platform::View {
+class Slider : public ekinora::platform::View {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by its screen.")

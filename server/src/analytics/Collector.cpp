@@ -192,23 +192,31 @@ std::filesystem::path defaultContainerDir() {
     return std::filesystem::path(EKINORA_ANALYTICS_CONTAINER_DIR);
 }
 
-void registerRoutes(httplib::Server& http, Database& db, std::filesystem::path containerDir) {
+void registerRoutes(httplib::Server& http, Database& db, BodyReader readBody, std::filesystem::path containerDir) {
     auto collector = std::make_shared<Collector>(db, std::move(containerDir));
+    auto withBody = [readBody](auto handle) {
+        return [readBody, handle](const httplib::Request& req, httplib::Response& res,
+                                  const httplib::ContentReader& reader) {
+            if (readBody(req, res, reader)) handle(req, res);
+        };
+    };
     auto collect = [collector](const httplib::Request& req, httplib::Response& res) { collector->collect(req, res); };
     http.Get("/collect", collect);
-    http.Post("/collect", collect);
-    http.Put("/collect", collect);
-    http.Post("/batch", [collector](const httplib::Request& req, httplib::Response& res) { collector->batch(req, res); });
+    http.Post("/collect", withBody(collect));
+    http.Put("/collect", withBody(collect));
+    http.Post("/batch", withBody([collector](const httplib::Request& req, httplib::Response& res) {
+        collector->batch(req, res);
+    }));
     http.Get("/tags/rtc/ios",
              [collector](const httplib::Request& req, httplib::Response& res) { collector->container(req, res); });
-    http.Post("/_demo/collector", [collector](const httplib::Request& req, httplib::Response& res) {
+    http.Post("/_demo/collector", withBody([collector](const httplib::Request& req, httplib::Response& res) {
         collector->demo(req, res, "collector");
-    });
+    }));
     http.Get("/_demo/hits",
              [collector](const httplib::Request& req, httplib::Response& res) { collector->demo(req, res, "hits"); });
-    http.Post("/_demo/hits/clear", [collector](const httplib::Request& req, httplib::Response& res) {
+    http.Post("/_demo/hits/clear", withBody([collector](const httplib::Request& req, httplib::Response& res) {
         collector->demo(req, res, "hits/clear");
-    });
+    }));
 }
 
 } // namespace ekinora::server::analytics

@@ -3,10 +3,14 @@
 #include "core/Database.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 namespace httplib {
 class Server;
+struct Request;
+struct Response;
+class ContentReader;
 }
 
 namespace ekinora::server::analytics {
@@ -23,6 +27,10 @@ std::filesystem::path defaultContainerDir();
 //   POST /_demo/collector {"refuseBatches":302}   answer batches with that status (0: accept again)
 //   GET  /_demo/hits[?since=ID]                   what the collector received, oldest first
 //   POST /_demo/hits/clear
-void registerRoutes(httplib::Server& http, Database& db, std::filesystem::path containerDir = defaultContainerDir());
+// A body is taken through `readBody`, which keeps it within the service's limit (chunked ones too)
+// and answers the refusal itself when it returns false.
+using BodyReader = std::function<bool(const httplib::Request&, httplib::Response&, const httplib::ContentReader&)>;
+void registerRoutes(httplib::Server& http, Database& db, BodyReader readBody,
+                    std::filesystem::path containerDir = defaultContainerDir());
 
 } // namespace ekinora::server::analytics

@@ -75,8 +75,6 @@ bool isCollectorPath(const std::string& path) {
     return path == "/collect" || path == "/batch" || path == "/_demo/collector" || path == "/_demo/hits/clear";
 }
 
-const std::string TooLargePath = "/_too-large";
-
 bool isLoopback(const std::string& address) {
     return address.rfind("127.", 0) == 0 || address == "::1" || address.rfind("::ffff:127.", 0) == 0;
 }
@@ -503,11 +501,11 @@ struct Server::Impl {
     // larger is not read at all, one sent in chunks no further than a little past the limit. A body
     // read to its end keeps the connection; any other ends it, so its rest is never read.
     bool readBody(const httplib::Request& req, httplib::Response& res, const httplib::ContentReader& reader) {
-        const size_t limit = req.path == TooLargePath ? envelope::BodyLimit : bodyLimitOf(req);
+        const size_t limit = isCollectorPath(req.path) ? envelope::BodyLimit : bodyLimitOf(req);
         constexpr size_t ReadPast = 256 * 1024;
         const bool announced = req.has_header("Content-Length");
         const auto length = announced ? std::stoull("0" + req.get_header_value("Content-Length")) : 0;
-        bool over = req.path == TooLargePath || length > limit;
+        bool over = length > limit;
         bool complete = false;
         if (!over || length <= limit + ReadPast) {
             std::string body;
@@ -553,24 +551,19 @@ struct Server::Impl {
     }
 
     void install(httplib::Server& server) {
-        analytics::registerRoutes(server, database());
+        analytics::registerRoutes(server, database(), [this](const httplib::Request& req, httplib::Response& res,
+                                                             const httplib::ContentReader& reader) {
+            return readBody(req, res, reader);
+        });
         // A GET may carry a JSON body (the app sends some commands that way). httplib reads a body
         // only for methods that expect one, so such a request is routed as POST and keeps its own
         // method in the request context.
-        auto preRouting = [](const httplib::Request& req, httplib::Response&) {
+        server.set_pre_routing_handler([](const httplib::Request& req, httplib::Response&) {
             t_context = RequestContext{req.method, 0, std::chrono::steady_clock::now()};
             const bool hasBody =
                 (req.has_header("Content-Length") && req.get_header_value("Content-Length") != "0") ||
                 req.get_header_value("Transfer-Encoding").find("chunked") != std::string::npos;
             if (req.method == "GET" && hasBody) const_cast<httplib::Request&>(req).method = "POST";
-        };
-        // The analytics collector's routes read their bodies themselves; one announced larger than
-        // theirs goes to the body reader below, which refuses it.
-        server.set_pre_routing_handler([previous = std::move(preRouting)](const httplib::Request& req, httplib::Response& res) {
-            previous(req, res);
-            if (isCollectorPath(req.path) && req.has_header("Content-Length") &&
-                std::stoull("0" + req.get_header_value("Content-Length")) > envelope::BodyLimit)
-                const_cast<httplib::Request&>(req).path = TooLargePath;
             return httplib::Server::HandlerResponse::Unhandled;
         });
         // The media upload streams its files to disk as they arrive.

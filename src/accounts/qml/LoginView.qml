@@ -17,42 +17,6 @@ Rectangle {
     property Item cropEditorSlot: cropHolder
     property Item consentSlot: consentHolder
 
-    component Title: Text {
-        width: parent.width
-        color: Theme.ink
-        font.pixelSize: 22
-        font.bold: true
-        wrapMode: Text.WordWrap
-    }
-    component Hint: Text {
-        width: parent.width
-        color: "#666666"
-        font.pixelSize: 15
-        wrapMode: Text.WordWrap
-    }
-    // A filled button named after the screen's action it runs, drawn here so that it needs no shader
-    // effect (the raised style's shadow layer draws nothing where the scene graph renders in software).
-    component MainButton: Button {
-        id: main
-        property string act: ""
-        objectName: act
-        font.capitalization: Font.MixedCase
-        width: parent.width
-        implicitHeight: 50
-        font.pixelSize: 17
-        font.bold: true
-        background: Rectangle { radius: 4; color: main.down ? Qt.darker(Theme.leaf, 1.15) : Theme.leaf }
-        contentItem: Text {
-            text: main.text
-            font: main.font
-            color: "white"
-            horizontalAlignment: Text.AlignHCenter
-            verticalAlignment: Text.AlignVCenter
-            elide: Text.ElideRight
-        }
-        Accessible.name: text
-    }
-
     // Header with the name of the application; lower while registering.
     Rectangle {
         id: header

@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
-import QtQuick.Templates as T
 import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Accounts
@@ -12,48 +11,6 @@ Item {
     id: root
     required property RegistrationWizard controller
 
-    component Title: Text {
-        width: parent.width
-        color: Theme.ink
-        font.pixelSize: 22
-        font.bold: true
-        wrapMode: Text.WordWrap
-    }
-    component Hint: Text {
-        width: parent.width
-        color: "#666666"
-        font.pixelSize: 15
-        wrapMode: Text.WordWrap
-    }
-    // The filled look of the main buttons, drawn here so that it needs no shader effect.
-    component Fill: Rectangle {
-        property T.AbstractButton button
-        radius: 4
-        color: !button.enabled ? "#c8c8c8" : button.down ? Qt.darker(Theme.leaf, 1.15) : Theme.leaf
-    }
-    component FillText: Text {
-        property T.AbstractButton button
-        text: button.text
-        font: button.font
-        color: "white"
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
-    }
-    // A filled button named after the action of the wizard it runs.
-    component MainButton: Button {
-        id: main
-        property string act: ""
-        objectName: act
-        font.capitalization: Font.MixedCase
-        width: parent.width
-        implicitHeight: 50
-        font.pixelSize: 17
-        font.bold: true
-        background: Fill { button: main }
-        contentItem: FillText { button: main }
-        Accessible.name: text
-    }
     // A button model of the wizard in the look of the main buttons.
     component LeafButton: PButton {
         id: leafButton
@@ -61,8 +18,8 @@ Item {
         implicitHeight: 50
         font.pixelSize: 17
         font.bold: true
-        background: Fill { button: leafButton }
-        contentItem: FillText { button: leafButton }
+        background: ButtonFill { button: leafButton }
+        contentItem: ButtonFillText { button: leafButton }
     }
     // A place field: the text shows the pick, the button over it opens the list.
     component PlaceField: Item {
@@ -154,7 +111,7 @@ Item {
                 id: farmsList
                 readonly property UITableView table: root.controller.collFarms
                 objectName: "collFarms"
-                visible: !table.hidden // qmllint disable type
+                visible: !table.hidden
                 anchors { left: parent.left; right: parent.right; top: cropsHead.bottom; bottom: parent.bottom; topMargin: 8 }
                 clip: true
                 boundsBehavior: Flickable.StopAtBounds
@@ -171,6 +128,7 @@ Item {
                     required property var values
                     required property size cellSize
                     required property int row
+                    required property UITableView view
                     readonly property var content: values
                     readonly property bool isCrop: reuseIdentifier === "FarmCell"
                     objectName: reuseIdentifier
@@ -209,8 +167,7 @@ Item {
                         border.width: 1.5
                         Text { anchors.centerIn: parent; text: "+  Tarla Ekle"; color: Theme.leaf; font.pixelSize: 18; font.bold: true }
                     }
-                    // The one reach out of the delegate, which Qt 6.4's linter cannot tell from a mistake.
-                    MouseArea { id: tapFarm; anchors.fill: parent; onClicked: farmsList.table.selectRow(farmCell.row) } // qmllint disable unqualified
+                    MouseArea { id: tapFarm; anchors.fill: parent; onClicked: farmCell.view.selectRow(farmCell.row) }
                 }
             }
         }

@@ -37,7 +37,8 @@ Item {
             height: cell.tile ? parent.height - 78 : 72
             fillMode: Image.PreserveAspectFit
             asynchronous: true
-            sourceSize: cell.tile ? Qt.size(240, 315) : Qt.size(144, 189)
+            sourceSize.width: cell.tile ? 240 : 144
+            sourceSize.height: cell.tile ? 315 : 189
             source: cell.values.imgView || ""
         }
         Column {

@@ -136,6 +136,7 @@ Rectangle {
                         required property var values
                         required property int row
                         required property size cellSize
+                        required property UITableView view
                         objectName: "tableView1Cell"
                         width: parent.width; height: cellSize.height
                         Accessible.role: Accessible.Button
@@ -159,7 +160,7 @@ Rectangle {
                                 elide: Text.ElideRight
                             }
                         }
-                        MouseArea { anchors.fill: parent; onClicked: root.controller.tableView1.selectRow(doc.row) }
+                        MouseArea { anchors.fill: parent; onClicked: doc.view.selectRow(doc.row) }
                     }
                 }
             }
@@ -177,6 +178,7 @@ Rectangle {
                         required property var values
                         required property int row
                         required property size cellSize
+                        required property UITableView view
                         readonly property bool open: reuseIdentifier === "ProductDetail2AfterCell"
                         objectName: reuseIdentifier
                         width: parent.width; height: cellSize.height
@@ -200,7 +202,7 @@ Rectangle {
                                 anchors.fill: parent
                                 Accessible.role: Accessible.Button
                                 Accessible.name: section.values.titleLbl
-                                onClicked: root.controller.tableView2.selectRow(section.row)
+                                onClicked: section.view.selectRow(section.row)
                             }
                         }
                         PWebView {
@@ -228,6 +230,7 @@ Rectangle {
                     required property var values
                     required property int row
                     required property size cellSize
+                    required property UITableView view
                     objectName: "ProductDetailCollecitonViewCell"
                     width: cellSize.width; height: cellSize.height
                     radius: Theme.radius; color: "white"; border.color: Theme.line
@@ -246,7 +249,7 @@ Rectangle {
                         width: 44; height: 44
                         source: "qrc:/ekinora/images/play.png"
                     }
-                    MouseArea { anchors.fill: parent; onClicked: root.controller.collectionView.selectRow(media.row) }
+                    MouseArea { anchors.fill: parent; onClicked: media.view.selectRow(media.row) }
                 }
             }
         }

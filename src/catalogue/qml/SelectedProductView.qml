@@ -28,7 +28,7 @@ Rectangle {
             required property int row
             objectName: reuseIdentifier
             width: cellSize.width
-            height: chips.height
+            height: ListView.view.height
             radius: height / 2
             color: Theme.leaf
             Text {
@@ -75,8 +75,8 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
-            width: grid.cellWidth
-            height: grid.cellHeight
+            width: (GridView.view as GridView).cellWidth
+            height: (GridView.view as GridView).cellHeight
             ProductCell {
                 anchors.centerIn: parent
                 reuseIdentifier: slot.reuseIdentifier; values: slot.values; cellSize: slot.cellSize; row: slot.row

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Catalogue
 
@@ -27,11 +28,12 @@ Rectangle {
             required property var values
             required property int row
             required property size cellSize
-            width: grid.cellWidth; height: grid.cellHeight
+            required property UITableView view
+            width: (GridView.view as GridView).cellWidth; height: (GridView.view as GridView).cellHeight
             Rectangle {
                 objectName: "sprayCell"
                 anchors.centerIn: parent
-                width: Math.max(slot.cellSize.width, grid.cellWidth - 10); height: slot.cellSize.height
+                width: Math.max(slot.cellSize.width, (slot.GridView.view as GridView).cellWidth - 10); height: slot.cellSize.height
                 radius: Theme.radius; color: Theme.card; border.color: Theme.line
                 clip: true
                 Accessible.role: Accessible.Button
@@ -53,7 +55,7 @@ Rectangle {
                     horizontalAlignment: Text.AlignHCenter; verticalAlignment: Text.AlignVCenter
                     font.pixelSize: Theme.captionSize + 1; font.bold: true; color: Theme.ink
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collectionView.selectRow(slot.row) }
+                MouseArea { anchors.fill: parent; onClicked: slot.view.selectRow(slot.row) }
             }
         }
     }

@@ -3,10 +3,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Contests
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // The contests as cards: title, end date, text, and what can be done now on the right.
 Rectangle {
     id: root
@@ -34,10 +30,11 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
+            required property UITableView view
             readonly property var content: values
             objectName: reuseIdentifier
             x: 12
-            width: games.width - 24 // qmllint disable unqualified
+            width: ListView.view.width - 24
             height: Math.max(120, info.implicitHeight + 28)
             radius: Theme.radius
             color: Theme.card
@@ -101,7 +98,7 @@ Rectangle {
                     font.bold: true
                 }
             }
-            MouseArea { anchors.fill: parent; onClicked: root.controller.tblGame.selectRow(cell.row) } // qmllint disable unqualified
+            MouseArea { anchors.fill: parent; onClicked: cell.view.selectRow(cell.row) }
         }
     }
 

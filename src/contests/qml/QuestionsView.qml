@@ -4,10 +4,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Contests
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // One question: its band with the counter, the way of answering it (choices, a written answer or a
 // photograph) and the button that sends the answer; the result panel comes up over the next question.
 Rectangle {
@@ -60,7 +56,7 @@ Rectangle {
         ListView {
             id: answers
             objectName: "collAnswers"
-            visible: !root.controller.collAnswers.hidden // qmllint disable type
+            visible: !root.controller.collAnswers.hidden
             anchors.fill: parent
             clip: true
             spacing: 10
@@ -75,8 +71,9 @@ Rectangle {
                 required property var values
                 required property size cellSize
                 required property int row
+                required property UITableView view
                 objectName: reuseIdentifier
-                width: answers.width // qmllint disable unqualified
+                width: ListView.view.width
                 height: Math.max(cellSize.height, reuseIdentifier === "AnswerCell" ? Theme.touch : 0)
                 Accessible.role: Accessible.CheckBox
                 Accessible.name: cell.values.lblAnswer || "Cevabınız"
@@ -139,7 +136,7 @@ Rectangle {
                 MouseArea {
                     enabled: cell.reuseIdentifier === "AnswerCell"
                     anchors.fill: parent
-                    onClicked: root.controller.collAnswers.selectRow(cell.row) // qmllint disable unqualified
+                    onClicked: cell.view.selectRow(cell.row)
                 }
             }
         }
@@ -151,9 +148,9 @@ Rectangle {
             Rectangle {
                 anchors { left: parent.left; right: parent.right; top: parent.top }
                 height: Math.min(parent.height, 200)
-                radius: root.controller.textAnswer.cornerRadius // qmllint disable type
-                border.width: root.controller.textAnswer.borderWidth // qmllint disable type
-                border.color: root.controller.textAnswer.borderColor // qmllint disable type
+                radius: root.controller.textAnswer.cornerRadius
+                border.width: root.controller.textAnswer.borderWidth
+                border.color: root.controller.textAnswer.borderColor
                 color: Theme.card
                 TextArea {
                     id: ownText
@@ -183,7 +180,7 @@ Rectangle {
                 id: frame
                 anchors { left: parent.left; right: parent.right; top: parent.top; bottom: rePhoto.top; bottomMargin: 8 }
                 radius: Theme.radius
-                color: root.controller.imagePhoto.backgroundColor.a > 0 ? root.controller.imagePhoto.backgroundColor : "#e9ece5" // qmllint disable type
+                color: root.controller.imagePhoto.backgroundColor.a > 0 ? root.controller.imagePhoto.backgroundColor : "#e9ece5"
                 border.color: Theme.line
                 PImageView {
                     model: root.controller.imagePhoto
@@ -218,7 +215,7 @@ Rectangle {
     FilledButton {
         id: submit
         model: root.controller.buttonSubmit
-        fill: root.controller.buttonSubmit.backgroundColor // qmllint disable type
+        fill: root.controller.buttonSubmit.backgroundColor
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Theme.margin }
     }
 

@@ -3,10 +3,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Contests
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // The winners, the farmer's own message and, when he won, his congratulation; before the draw, the
 // day the contest ends.
 Rectangle {
@@ -35,14 +31,14 @@ Rectangle {
                 font.bold: true
             }
             Text {
-                visible: !root.controller.tblScores.hidden // qmllint disable type
+                visible: !root.controller.tblScores.hidden
                 text: "Kazananlar"
                 color: Theme.ink
                 font.pixelSize: Theme.headingSize
                 font.bold: true
             }
             PView {
-                model: root.controller.tblScores // qmllint disable type
+                model: root.controller.tblScores
                 width: parent.width
                 height: root.controller.constTblHeight.constant
                 color: Theme.card
@@ -61,7 +57,7 @@ Rectangle {
                         required property size cellSize
                         required property int row
                         objectName: reuseIdentifier
-                        width: scores.width // qmllint disable unqualified
+                        width: ListView.view.width
                         height: 41
                         Text {
                             objectName: "lblOrder"
@@ -91,7 +87,7 @@ Rectangle {
             }
             PLabel {
                 model: root.controller.lblScoreMessage
-                visible: !root.controller.tblScores.hidden // qmllint disable type
+                visible: !root.controller.tblScores.hidden
                 width: parent.width
                 wrapMode: Text.WordWrap
                 color: Theme.ink

@@ -4,9 +4,8 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Conversations
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
+// Lines with a qmllint disable reach the screen from a delegate or a loaded component: the engine
+// resolves them, Qt 6.4's linter cannot follow them.
 
 // The subjects, each with its title, date, the asker's name for the answering side and its state;
 // the asking button below for farmers.
@@ -42,9 +41,10 @@ Rectangle {
             required property string reuseIdentifier
             required property var values
             required property int row
+            required property UITableView view
             readonly property var content: values
             objectName: reuseIdentifier
-            width: table.width // qmllint disable unqualified
+            width: ListView.view.width
             height: 84
             clip: true
             Accessible.role: Accessible.Button
@@ -76,7 +76,7 @@ Rectangle {
                     drag.minimumX: -88
                     drag.maximumX: 0
                     onReleased: front.x = front.x < -44 ? -88 : 0
-                    onClicked: if (front.x === 0) root.controller.tblMessage.selectRow(cell.row) // qmllint disable unqualified
+                    onClicked: if (front.x === 0) cell.view.selectRow(cell.row)
                 }
                 Column {
                     anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: 16; rightMargin: 172 }

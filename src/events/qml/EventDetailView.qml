@@ -3,10 +3,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Events
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // One event: the date block beside the title, place and dates, the text in a web view, and at the
 // bottom the farmer's two answers.
 Rectangle {
@@ -91,7 +87,7 @@ Rectangle {
                 height: parent ? parent.height : 0
                 icon.color: "white"
                 palette.buttonText: modelData.titleColor
-                background: Rectangle { radius: Theme.radius; color: answer.modelData.backgroundColor } // qmllint disable type
+                background: Rectangle { radius: Theme.radius; color: answer.modelData.backgroundColor }
                 font.pixelSize: Theme.bodySize
                 font.bold: true
             }

@@ -4,8 +4,8 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Farms
 
-// The lists' cells reach the panel through `root`; the lines that do carry a qmllint disable, since Qt 6.4's
-// linter cannot tell that from a mistake (its pragma for it comes with 6.5).
+// Lines with a qmllint disable reach the screen from a delegate or a loaded component: the engine
+// resolves them, Qt 6.4's linter cannot follow them.
 
 // One crop: its kind, its size and its products, with the list of kinds and the list of products
 // over it. It lies in its host's view over the host's own content; its texts come from the host.
@@ -149,6 +149,7 @@ Item {
                             required property var values
                             required property size cellSize
                             required property int row
+                            required property UITableView view
                             readonly property var content: values
                             objectName: reuseIdentifier
                             width: cellSize.width
@@ -167,7 +168,7 @@ Item {
                                 font.underline: plantCell.content.underline || false
                                 font.pixelSize: 16
                             }
-                            MouseArea { anchors.fill: parent; onClicked: root.controller.collPlants.selectRow(plantCell.row) } // qmllint disable unqualified
+                            MouseArea { anchors.fill: parent; onClicked: plantCell.view.selectRow(plantCell.row) }
                         }
                     }
                 }
@@ -220,6 +221,7 @@ Item {
                     required property var values
                     required property size cellSize
                     required property int row
+                    required property UITableView view
                     readonly property var content: values
                     readonly property string name: content[root.controller.productTextControl] || "" // qmllint disable unqualified
                     objectName: reuseIdentifier
@@ -241,7 +243,7 @@ Item {
                         height: 1
                         color: Theme.divider
                     }
-                    MouseArea { anchors.fill: parent; onClicked: root.controller.tblProducts.selectRow(productCell.row) } // qmllint disable unqualified
+                    MouseArea { anchors.fill: parent; onClicked: productCell.view.selectRow(productCell.row) }
                 }
             }
             Row {

@@ -35,14 +35,13 @@ Rectangle {
         model: root.controller.collFarms.rows
         onWidthChanged: root.controller.collFarms.size = Qt.size(width, height)
 
-        // The cells reach the screen through `root` to be chosen, which Qt 6.4's linter cannot tell from a
-        // mistake.
         delegate: Item {
             id: slot
             required property string reuseIdentifier
             required property var values
             required property size cellSize
             required property int row
+            required property UITableView view
             readonly property var content: values
             readonly property size itemSize: cellSize
             width: ListView.view.width
@@ -114,7 +113,7 @@ Rectangle {
                         style: Text.Raised; styleColor: "#40000000"
                     }
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(slot.row) } // qmllint disable unqualified
+                MouseArea { anchors.fill: parent; onClicked: slot.view.selectRow(slot.row) }
             }
 
             // The cell that adds a farm.
@@ -137,7 +136,7 @@ Rectangle {
                     Text { text: "+"; color: Theme.leaf; font.pixelSize: 28; anchors.verticalCenter: parent.verticalCenter }
                     Text { text: "Yeni Tarla Ekle"; color: Theme.leaf; font.pixelSize: 17; font.bold: true; anchors.verticalCenter: parent.verticalCenter }
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(slot.row) } // qmllint disable unqualified
+                MouseArea { anchors.fill: parent; onClicked: slot.view.selectRow(slot.row) }
             }
         }
     }

@@ -5,9 +5,8 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Farms
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
+// Lines with a qmllint disable reach the screen from a delegate or a loaded component: the engine
+// resolves them, Qt 6.4's linter cannot follow them.
 
 // The crop calendar: the banner with its shade, the title between the close and edit buttons, the
 // chain of periods, and the three pest lists, each beside its upright name.
@@ -92,6 +91,7 @@ Rectangle {
             delegate: Item {
                 id: period
                 required property PeriodCollectionViewCell cell
+                required property UICollectionView view
                 readonly property PeriodCollectionViewCell m: cell
                 readonly property real pictureCentre: 44
                 objectName: m.reuseIdentifier
@@ -137,7 +137,7 @@ Rectangle {
                     font.pixelSize: 13
                     font.bold: !Qt.colorEqual(period.m.lblTitle.textColor, "white")
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collPeriods.selectItem(period.section, period.row) } // qmllint disable unqualified
+                MouseArea { anchors.fill: parent; onClicked: period.view.selectItem(period.section, period.row) }
             }
         }
 
@@ -228,8 +228,8 @@ Rectangle {
                 delegate: Item {
                     id: card
                     required property PestsCollectionViewCell cell
+                    required property UICollectionView view
                     readonly property PestsCollectionViewCell m: cell
-                    // The cards reach their list through `list`, which Qt 6.4's linter cannot tell from a mistake.
                     readonly property rect frame: {
                         list.layout.itemSize; list.layout.sectionItemCounts; list.layout.collectionViewSize // qmllint disable unqualified
                         return list.layout.frameForItem(m.section, m.row)
@@ -277,7 +277,7 @@ Rectangle {
                             }
                         }
                     }
-                    MouseArea { anchors.fill: parent; onClicked: list.collection.selectItem(card.m.section, card.m.row) } // qmllint disable unqualified
+                    MouseArea { anchors.fill: parent; onClicked: card.view.selectItem(card.m.section, card.m.row) }
                 }
             }
 

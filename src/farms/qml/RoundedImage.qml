@@ -1,10 +1,6 @@
 import QtQuick
 import Ekinora.Platform
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (ImageView : View), so the
-// linter cannot see the inherited properties of the image view (objectName, hidden, alpha).
-
 // An image view drawn inside its corner radius with its border: a period's round picture. The end of
 // each load goes back to the model.
 Canvas {

@@ -5,10 +5,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Grants
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // One programme: the title on the gradient, the kind and last date, the description, the documents.
 Rectangle {
     id: root
@@ -56,9 +52,9 @@ Rectangle {
             Rectangle {
                 width: date.implicitWidth + 20
                 height: 32
-                radius: root.controller.lblDate.cornerRadius // qmllint disable type
-                border.width: root.controller.lblDate.borderWidth // qmllint disable type
-                border.color: root.controller.lblDate.borderColor // qmllint disable type
+                radius: root.controller.lblDate.cornerRadius
+                border.width: root.controller.lblDate.borderWidth
+                border.color: root.controller.lblDate.borderColor
                 color: "white"
                 PLabel {
                     id: date

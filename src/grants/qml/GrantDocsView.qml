@@ -3,10 +3,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Grants
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // The application documents of a programme, one a row.
 Rectangle {
     id: root
@@ -30,8 +26,9 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
+            required property UITableView view
             objectName: reuseIdentifier
-            width: docs.width // qmllint disable unqualified
+            width: ListView.view.width
             height: cellSize.height
             color: "white"
             Accessible.role: Accessible.Button
@@ -63,7 +60,7 @@ Rectangle {
                 height: 1
                 color: Theme.divider
             }
-            MouseArea { anchors.fill: parent; onClicked: root.controller.tblDocs.selectRow(cell.row) } // qmllint disable unqualified
+            MouseArea { anchors.fill: parent; onClicked: cell.view.selectRow(cell.row) }
         }
     }
 }

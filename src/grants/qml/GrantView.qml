@@ -5,9 +5,8 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Grants
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
+// Lines with a qmllint disable reach the screen from a delegate or a loaded component: the engine
+// resolves them, Qt 6.4's linter cannot follow them.
 
 // The three choices on a gradient band, the search button, and the programmes found as cards.
 Rectangle {
@@ -25,9 +24,9 @@ Rectangle {
         rightPadding: 32
         background: Rectangle {
             color: "white"
-            radius: choice.model ? choice.model.cornerRadius : 0 // qmllint disable type
-            border.width: choice.model ? choice.model.borderWidth : 0 // qmllint disable type
-            border.color: choice.model ? choice.model.borderColor : "transparent" // qmllint disable type
+            radius: choice.model ? choice.model.cornerRadius : 0
+            border.width: choice.model ? choice.model.borderWidth : 0
+            border.color: choice.model ? choice.model.borderColor : "transparent"
             opacity: choice.enabled ? 1 : 0.7
         }
         contentItem: Text {
@@ -76,6 +75,7 @@ Rectangle {
             }
             ChoiceButton { id: product; model: root.controller.btnProduct; width: parent.width; Accessible.name: "Ürün: " + text }
             Button {
+                id: search
                 objectName: "getGrants"
                 width: parent.width
                 implicitHeight: 48
@@ -83,10 +83,10 @@ Rectangle {
                 font.pixelSize: Theme.bodySize
                 font.bold: true
                 font.capitalization: Font.MixedCase
-                background: Rectangle { radius: Theme.radius; color: parent.down ? "#e8f3f8" : "white" } // qmllint disable type
+                background: Rectangle { radius: Theme.radius; color: search.down ? "#e8f3f8" : "white" }
                 contentItem: Text {
-                    text: parent.text // qmllint disable type
-                    font: parent.font // qmllint disable type
+                    text: search.text
+                    font: search.font
                     color: Theme.cerulean
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
@@ -100,7 +100,7 @@ Rectangle {
     ListView {
         id: grants
         objectName: "collGrant"
-        visible: !root.controller.collGrant.hidden // qmllint disable type
+        visible: !root.controller.collGrant.hidden
         anchors { left: parent.left; right: parent.right; top: band.bottom; bottom: parent.bottom }
         clip: true
         spacing: 12
@@ -115,13 +115,14 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
-            width: grants.width // qmllint disable unqualified
+            required property UITableView view
+            width: ListView.view.width
             height: cellSize.height
             Rectangle {
                 objectName: slot.reuseIdentifier
                 property int row: slot.row
                 visible: slot.reuseIdentifier === "GrantCell"
-                x: (grants.width - width) / 2 // qmllint disable unqualified
+                x: (slot.ListView.view.width - width) / 2
                 width: slot.cellSize.width
                 height: slot.cellSize.height
                 radius: slot.values.cornerRadius || 0
@@ -187,7 +188,7 @@ Rectangle {
                         clip: true
                     }
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collGrant.selectRow(slot.row) } // qmllint disable unqualified
+                MouseArea { anchors.fill: parent; onClicked: slot.view.selectRow(slot.row) }
             }
         }
     }

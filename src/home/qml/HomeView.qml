@@ -22,24 +22,6 @@ Rectangle {
         opacity: 0.85
         font.pixelSize: 13
     }
-    // A filled button named after the screen's action it runs.
-    component TintedButton: Button {
-        id: action
-        property string act: ""
-        property color tint: Theme.leaf
-        objectName: act
-        font.capitalization: Font.MixedCase
-        font.pixelSize: 16
-        font.bold: true
-        implicitHeight: 48
-        Material.foreground: "white"
-        palette.buttonText: "white"
-        background: Rectangle {
-            radius: 8
-            color: action.down ? Qt.darker(action.tint, 1.15) : action.tint
-        }
-        Accessible.name: text
-    }
     Flickable {
         id: page
         anchors.fill: parent
@@ -153,13 +135,15 @@ Rectangle {
                         Accessible.name: "Tarım Borsası"
                     }
                 }
-                TintedButton {
+                MainButton {
                     act: "callPerson"
                     onClicked: root.controller.callPerson()
                     width: (content.width - 32 - 12) / 2
                     height: 52
                     text: "Yetkiliyi Ara"
-                    tint: Theme.cerulean
+                    fill: Theme.cerulean
+                    corner: 8
+                    font.pixelSize: 16
                 }
             }
 
@@ -191,7 +175,7 @@ Rectangle {
                 objectName: "collFarms"
                 width: parent.width
                 height: farmColumn.height + 32 // the section's insets of 16 above and below
-                visible: !root.controller.collFarms.hidden // qmllint disable type
+                visible: !root.controller.collFarms.hidden
                 onWidthChanged: root.controller.collFarms.size = Qt.size(width, height)
 
                 Column {
@@ -208,6 +192,7 @@ Rectangle {
                             required property size cellSize
                             required property int row
                             required property int section
+                            required property UITableView view
                             readonly property var content: values
                             objectName: reuseIdentifier
                             width: cellSize.width
@@ -279,8 +264,7 @@ Rectangle {
                                     font.bold: true
                                 }
                             }
-                            // The one reach out of the delegate, which Qt 6.4's linter cannot tell from a mistake.
-                            MouseArea { anchors.fill: parent; onClicked: root.controller.collFarms.selectRow(cell.row) } // qmllint disable unqualified
+                            MouseArea { anchors.fill: parent; onClicked: cell.view.selectRow(cell.row) }
                         }
                     }
                 }
@@ -295,7 +279,7 @@ Rectangle {
     // The splash lies over the whole window, the bars included, until it is taken away.
     PImageView {
         model: root.controller.imgLoading
-        parent: root.Window.window ? root.Window.window.contentItem : root // qmllint disable type
+        parent: root.Window.window ? (root.Window.window.contentItem as Item) : (root as Item)
         x: 0; y: 0
         width: parent ? parent.width : 0
         height: parent ? parent.height : 0

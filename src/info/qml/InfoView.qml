@@ -4,10 +4,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Info
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // The heading row with its picture, the three legal pages, and the way into the product site's guide.
 Rectangle {
     id: root
@@ -30,6 +26,7 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
+            required property UITableView view
             readonly property var content: values
             objectName: reuseIdentifier
             width: ListView.view.width
@@ -86,7 +83,7 @@ Rectangle {
                     height: 1
                     color: Theme.divider
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.tableViewInfo.selectRow(cell.row) } // qmllint disable unqualified
+                MouseArea { anchors.fill: parent; onClicked: cell.view.selectRow(cell.row) }
             }
         }
     }

@@ -5,9 +5,8 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Info
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
+// Lines with a qmllint disable reach the screen from a delegate or a loaded component: the engine
+// resolves them, Qt 6.4's linter cannot follow them.
 
 // The guide as an accordion: a header per main heading with its show-or-hide button, and under the
 // open one its text.

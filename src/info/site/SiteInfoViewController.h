@@ -14,7 +14,7 @@ namespace ekinora::info::site {
 
 // The product site's guide as an accordion: the document's two main headings as sections, at most one
 // open, each opening onto the text of its half of the document.
-class InfoViewController : public platform::ViewController {
+class InfoViewController : public ekinora::platform::ViewController {
     Q_OBJECT
     QML_NAMED_ELEMENT(SiteInfoViewController)
     QML_UNCREATABLE("Made by the storyboard.")

@@ -3,10 +3,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Market
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // One crop's prices by variety and city.
 Rectangle {
     id: root
@@ -26,7 +22,7 @@ Rectangle {
         onWidthChanged: root.controller.tblStocks.size = Qt.size(width, height)
         delegate: StockRow {}
         Connections {
-            target: root.controller // qmllint disable type
+            target: root.controller
             function onScrollToTop() { stocks.positionViewAtBeginning() }
         }
     }

@@ -5,10 +5,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Market
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // The two price sources as a two-tab picture, the product-group filter and the location switch over
 // the price list.
 Rectangle {
@@ -98,7 +94,7 @@ Rectangle {
     ListView {
         id: stocks
         objectName: "tblStocks"
-        visible: !root.controller.tblStocks.hidden // qmllint disable type
+        visible: !root.controller.tblStocks.hidden
         anchors { left: parent.left; right: parent.right; top: head.bottom; bottom: parent.bottom; topMargin: 6 }
         clip: true
         boundsBehavior: Flickable.StopAtBounds
@@ -107,7 +103,7 @@ Rectangle {
         onWidthChanged: root.controller.tblStocks.size = Qt.size(width, height)
         delegate: StockRow { onTapped: (row) => root.controller.tblStocks.selectRow(row) }
         Connections {
-            target: root.controller // qmllint disable type
+            target: root.controller
             function onScrollToTop() { stocks.positionViewAtBeginning() }
         }
     }

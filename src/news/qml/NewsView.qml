@@ -1,10 +1,7 @@
 import QtQuick
+import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.News
-
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
 
 // The news as cards: the picture, and under it a band from blue to green with the title and the date.
 // A drag that ends at the last card and goes on moving asks for the next page.
@@ -46,6 +43,7 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
+            required property UITableView view
             readonly property var content: values
             objectName: reuseIdentifier
             width: ListView.view.width
@@ -95,7 +93,7 @@ Rectangle {
                     }
                 }
             }
-            MouseArea { anchors.fill: parent; onClicked: root.controller.tblNews.selectRow(cell.row) } // qmllint disable unqualified
+            MouseArea { anchors.fill: parent; onClicked: cell.view.selectRow(cell.row) }
         }
     }
 }

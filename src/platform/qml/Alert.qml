@@ -2,9 +2,8 @@ import QtQuick
 import Ekinora.Platform
 import QtQuick.Controls
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
+// Lines with a qmllint disable reach the screen from a delegate or a loaded component: the engine
+// resolves them, Qt 6.4's linter cannot follow them.
 
 // A centred alert, or an action sheet at the bottom: title, message and its buttons in order.
 Item {
@@ -59,7 +58,6 @@ Item {
             Item { width: 1; height: 18 }
             Repeater {
                 model: root.controller.buttonTitles
-                // The delegate reaches the alert through `root`, which Qt 6.4's linter cannot tell from a mistake.
                 delegate: Column {
                     id: choice
                     required property string modelData

@@ -2,10 +2,6 @@ import QtQuick
 import Ekinora.Platform
 import QtQuick.Controls
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
-
 // A bar button item with its badge: the plain one, or the item's own overlay when it names one.
 ToolButton {
     font.capitalization: Font.MixedCase

@@ -1,10 +1,6 @@
 import QtQuick
 import Ekinora.Platform
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
-
 // An image view bound to its model: a bundled picture by name or a remote one, drawn at the model's
 // render size when it names one. The laid-out size goes back to the model, and so does the end of each
 // load, so that a screen can finish its work when the picture is there.
@@ -33,10 +29,11 @@ Image {
         else if (status === Image.Error) model.imageLoadEnded(model.imageUrl, false)
     }
     // Reported after the change that caused it has settled.
-    onStatusChanged: Qt.callLater(reportEnd) // qmllint disable compiler
+    onStatusChanged: reporting.restart()
+    Timer { id: reporting; interval: 0; onTriggered: image.reportEnd() }
     Connections {
         target: image.model
         // The same address again loads nothing new: its end is the present state.
-        function onImageRequested() { if (image.source == image.model.imageUrl) Qt.callLater(image.reportEnd) }
+        function onImageRequested() { if (image.source == image.model.imageUrl) reporting.restart() }
     }
 }

@@ -1,10 +1,6 @@
 import QtQuick
 import Ekinora.Platform
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
-
 Text {
     property UILabel model: null
     objectName: model ? model.objectName : ""

@@ -2,10 +2,6 @@ import QtQuick
 import Ekinora.Platform
 import QtQuick.Controls
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
-
 // A text field whose every change goes through the model, so that the screen's delegate may refuse it.
 TextField {
     id: field

@@ -48,7 +48,7 @@ WebEngineView {
     }
     onModelChanged: reload()
     Connections {
-        target: web.model // qmllint disable type
+        target: web.model
         function onLoadRequested() { web.reload() }
         function onScriptRequested(id, script) {
             web.runJavaScript(script, function(result) { web.model.scriptFinished(id, result) })

@@ -1,10 +1,6 @@
 import QtQuick
 import Ekinora.Platform
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
-
 // A web view bound to its model. The web engine is loaded only once the view is first shown.
 Item {
     id: root
@@ -22,8 +18,10 @@ Item {
     // start for nothing.
     readonly property bool shown: visible && Window.window !== null && model !== null
     function settle() { engine.active = root.shown }
-    onShownChanged: Qt.callLater(root.settle)
-    Component.onCompleted: Qt.callLater(root.settle)
+    onShownChanged: settling.restart()
+    Component.onCompleted: settling.restart()
+    // Once the change that moved it has settled.
+    Timer { id: settling; interval: 0; onTriggered: root.settle() }
 
     Loader {
         id: engine

@@ -62,8 +62,8 @@ Rectangle {
         // A pull past the top reloads the list.
         onDragEnded: if (contentY < originY - 72) root.controller.beginRefreshing()
         delegate: SaleRow {
-            onAdd: root.controller.ekleButtonTappedWithSender()
-            onErase: root.controller.eraseButtonTappedWithSender()
+            onAdd: () => root.controller.ekleButtonTappedWithSender()
+            onErase: () => root.controller.eraseButtonTappedWithSender()
         }
     }
 

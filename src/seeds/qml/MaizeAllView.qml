@@ -50,8 +50,8 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
-            width: grid.cellWidth
-            height: grid.cellHeight
+            width: (GridView.view as GridView).cellWidth
+            height: (GridView.view as GridView).cellHeight
             ProductCell {
                 anchors.centerIn: parent
                 reuseIdentifier: slot.reuseIdentifier; values: slot.values; cellSize: slot.cellSize; row: slot.row

@@ -79,6 +79,7 @@ Rectangle {
                         required property var values
                         required property int row
                         required property size cellSize
+                        required property UITableView view
                         objectName: "tableView1Cell"
                         width: parent.width; height: cellSize.height
                         Accessible.role: Accessible.Button
@@ -94,7 +95,7 @@ Rectangle {
                                 text: doc.values.titleLabel; color: Theme.ink; font.pixelSize: Theme.bodySize; elide: Text.ElideRight
                             }
                         }
-                        MouseArea { anchors.fill: parent; onClicked: root.controller.tableView1.selectRow(doc.row) }
+                        MouseArea { anchors.fill: parent; onClicked: doc.view.selectRow(doc.row) }
                     }
                 }
             }
@@ -112,6 +113,7 @@ Rectangle {
                         required property var values
                         required property int row
                         required property size cellSize
+                        required property UITableView view
                         readonly property bool open: reuseIdentifier === "MaizeProductDetailAfter2Cell"
                         objectName: reuseIdentifier
                         width: parent.width; height: cellSize.height
@@ -131,7 +133,7 @@ Rectangle {
                                 anchors.fill: parent
                                 Accessible.role: Accessible.Button
                                 Accessible.name: section.values.title
-                                onClicked: root.controller.tableView2.selectRow(section.row)
+                                onClicked: section.view.selectRow(section.row)
                             }
                         }
                         Column {

@@ -5,10 +5,6 @@ import Ekinora.Shell
 import QtQuick.Controls
 import QtQuick.Controls.Material
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // The menu's rows over the container's background: icon and label, white on the dark picture.
 Item {
     id: root
@@ -33,6 +29,7 @@ Item {
             required property var values
             required property size cellSize
             required property int row
+            required property UITableView view
             readonly property var content: values
             objectName: reuseIdentifier
             width: ListView.view.width
@@ -40,21 +37,20 @@ Item {
             padding: 0
             background: Item {}
             Accessible.name: content.text || ""
-            contentItem: Row { // qmllint disable deferred-property-id
+            contentItem: Row {
                 spacing: 14
                 leftPadding: 24
                 Image {
                     objectName: "cellIcon"
                     anchors.verticalCenter: parent.verticalCenter
                     width: 24; height: 24
-                    sourceSize: Qt.size(48, 48) // qmllint disable type
+                    sourceSize.width: 48; sourceSize.height: 48
                     source: cell.content.icon ? "qrc:/ekinora/icons/" + cell.content.icon + ".svg" : ""
                 }
                 Text {
-                    id: label
                     objectName: "textLabel"
                     // The part of the row that the slid-aside content leaves in view.
-                    readonly property real room: Math.min(cell.width, root.width - list.x) - 24 - 24 - 14 - 8 // qmllint disable unqualified
+                    readonly property real room: Math.min(cell.width, cell.ListView.view.parent.width - cell.ListView.view.x) - 24 - 24 - 14 - 8
                     anchors.verticalCenter: parent.verticalCenter
                     width: room
                     text: cell.content.html || ""
@@ -63,15 +59,13 @@ Item {
                     // Shrinks to fit, down to a fifth of its size.
                     font.pixelSize: Math.max(17 * 0.2, Math.min(17, 17 * room / Math.max(1, measure.advanceWidth)))
                     elide: Text.ElideNone
-                    TextMetrics {
-                        id: measure
-                        font.family: label.font.family
+                    readonly property TextMetrics measure: TextMetrics {
                         font.pixelSize: 17
                         text: (cell.content.text || "") + " "
                     }
                 }
             }
-            onClicked: root.controller.tableView.selectRow(cell.row) // qmllint disable unqualified
+            onClicked: cell.view.selectRow(cell.row)
         }
     }
 

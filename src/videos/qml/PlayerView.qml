@@ -6,10 +6,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Videos
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // The full-screen player. While the interface stands in landscape the picture and its controls turn
 // a quarter to fill the phone's long side; in portrait they lie across it.
 Rectangle {
@@ -47,7 +43,7 @@ Rectangle {
             function onPlayingChanged() { if (root.controller.player.playing) media.play() }
         }
         Connections {
-            target: root.controller // qmllint disable type
+            target: root.controller
             function onPlayerChanged() { if (root.controller.player && root.controller.player.playing) media.play() }
         }
         BusyIndicator {

@@ -3,10 +3,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Videos
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // The videos as their thumbnails with a play mark and the title under them. A drag that ends at the
 // last one and goes on moving asks for the next page.
 Rectangle {
@@ -44,6 +40,7 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
+            required property UITableView view
             readonly property var content: values
             objectName: reuseIdentifier
             width: ListView.view.width
@@ -84,7 +81,7 @@ Rectangle {
                 maximumLineCount: 2
                 elide: Text.ElideRight
             }
-            MouseArea { anchors.fill: parent; onClicked: root.controller.tblVideo.selectRow(cell.row) } // qmllint disable unqualified
+            MouseArea { anchors.fill: parent; onClicked: cell.view.selectRow(cell.row) }
         }
     }
 }

@@ -3,10 +3,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Weather
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // A day: the place and date, the 24 hours in a strip, and the chosen hour's values (favourites, or all
 // of them with their stars while choosing).
 Rectangle {
@@ -72,9 +68,10 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
+            required property UITableView view
             objectName: "WeatherHourCell"
             width: cellSize.width
-            height: hours.height // qmllint disable unqualified
+            height: ListView.view.height
             Rectangle {
                 anchors.fill: parent
                 radius: 3
@@ -88,7 +85,7 @@ Rectangle {
                 font.pixelSize: hour.values.fontSize || 14
                 font.bold: hour.values.chosen || false
             }
-            MouseArea { anchors.fill: parent; onClicked: root.controller.collectionWeatherHours.selectRow(hour.row) } // qmllint disable unqualified
+            MouseArea { anchors.fill: parent; onClicked: hour.view.selectRow(hour.row) }
         }
     }
 
@@ -106,11 +103,12 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
-            width: valueList.width // qmllint disable unqualified
+            required property UITableView view
+            width: ListView.view.width
             height: Math.max(cellSize.height, Theme.touch)
             Rectangle {
                 objectName: "WeatherCell"
-                x: (valueList.width - width) / 2 // qmllint disable unqualified
+                x: (slot.ListView.view.width - width) / 2
                 width: slot.cellSize.width
                 height: parent.height
                 radius: slot.values.cornerRadius || 0
@@ -157,7 +155,7 @@ Rectangle {
                     name: slot.values.imageFav || ""
                     Accessible.name: name
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collectionWeather.selectRow(slot.row) } // qmllint disable unqualified
+                MouseArea { anchors.fill: parent; onClicked: slot.view.selectRow(slot.row) }
             }
         }
     }

@@ -3,10 +3,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import Ekinora.Weather
 
-// Lines marked with a qmllint disable are right at run time: Qt 6.4's linter flags ids reached from inside
-// a delegate, an inline or a loaded component (the pragma that allows them comes with 6.5), and cannot see properties
-// inherited across the runtime's controls (its type registrar drops base classes named without their namespace).
-
 // The coming days of the county: a card a day with its picture, the highs and lows and the rain.
 Rectangle {
     id: root
@@ -40,12 +36,13 @@ Rectangle {
             required property var values
             required property size cellSize
             required property int row
-            width: days.width // qmllint disable unqualified
+            required property UITableView view
+            width: ListView.view.width
             height: cellSize.height
 
             Rectangle {
                 objectName: "WeatherCell"
-                x: (days.width - width) / 2 // qmllint disable unqualified
+                x: (slot.ListView.view.width - width) / 2
                 width: slot.cellSize.width
                 height: slot.cellSize.height
                 radius: slot.values.cornerRadius || 0
@@ -101,7 +98,7 @@ Rectangle {
                         Text { objectName: "labelRainSize"; text: slot.values.labelRainSize || ""; color: Theme.cerulean; font.pixelSize: 15 }
                     }
                 }
-                MouseArea { anchors.fill: parent; onClicked: root.controller.collectionWeather.selectRow(slot.row) } // qmllint disable unqualified
+                MouseArea { anchors.fill: parent; onClicked: slot.view.selectRow(slot.row) }
             }
         }
     }

@@ -2,10 +2,6 @@ import QtQuick
 import Ekinora.Platform
 import Ekinora.Widgets
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
-
 // The count badge of a bar button item, drawn over its button (the bar loads it for an item that names
 // it): the model's label at its frame, bouncing when the value changes and shrinking away when removed.
 Item {

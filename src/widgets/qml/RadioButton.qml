@@ -3,10 +3,6 @@ import Ekinora.Platform
 import Ekinora.Widgets
 import QtQuick.Controls
 
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
-
 // A grouped radio button: the icon the model draws (or the layout's pictures) beside the title, in the
 // title colour of the state. A tap goes to the model, which applies the group's rules.
 AbstractButton {
@@ -33,8 +29,10 @@ AbstractButton {
     Accessible.checkable: true
     Accessible.checked: checked
 
-    // The icon is named for its neighbours; the content is made at once, which is harmless here.
-    contentItem: Item { // qmllint disable deferred-property-id
+    // The icon and the title, declared with the button: its size and the fade below reach them by name.
+    contentItem: content
+    Item {
+        id: content
         Item {
             id: icon
             width: button.iconSide; height: button.iconSide

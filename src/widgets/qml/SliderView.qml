@@ -1,11 +1,7 @@
 import QtQuick
+import QtQuick.Controls
 import Ekinora.Platform
 import Ekinora.Widgets
-import QtQuick.Controls
-
-// qmllint disable type
-// Qt 6.4's type registrar drops a base class named without its namespace (Label : View), so the linter
-// cannot see the inherited properties of the runtime's controls (objectName, hidden, alpha, title...).
 
 // A picture slider: the pages side by side, dragged by the user or moved by the model every five
 // seconds, with the page dots over them. A page shows the placeholder until its picture has come.
