@@ -3,10 +3,7 @@
 #include "TestSupport.h"
 
 using namespace ekinora::server;
-using testing::Json;
-using testing::keys;
-using testing::q;
-using testing::Reply;
+using namespace testing;
 
 namespace {
 
@@ -17,10 +14,8 @@ const auto& Dealer = accounts::demoAccount("dealer");
 } // namespace
 
 // The signed-in side of an account: profile, consent, shop data and notifications.
-class ProfileTest : public QObject {
+class ProfileTest : public ServiceTest {
     Q_OBJECT
-
-    std::unique_ptr<testing::Service> s;
 
     Json profile(const std::string& token) {
         return s->get("/api/?do=farmer/profile&bearer=" + token).json["data"];
@@ -33,8 +28,6 @@ class ProfileTest : public QObject {
     }
 
 private slots:
-    void init() { s = std::make_unique<testing::Service>(); }
-    void cleanup() { s.reset(); }
 
     void profileIsTheLoginRecordWithTheConsentFlag() {
         const Json login = s->login(Farmer.phone).json["data"];
