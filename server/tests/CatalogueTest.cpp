@@ -11,7 +11,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer");
 const std::string Products = "/api/?do=productCatalog/products&catalog=product-catalog";
 const std::string Filters = "/api/?do=productCatalog/filters&catalog=product-catalog";
 

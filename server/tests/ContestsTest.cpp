@@ -9,10 +9,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer");
-const std::string Member = testing::tokenOf("loyalty");
-const std::string Staff = testing::tokenOf("adminUser");
-
 // A JPEG's first bytes are all the service looks at.
 const std::string Jpeg = std::string("\xFF\xD8\xFF\xE0", 4) + std::string(600, 'x') + "\xFF\xD9";
 

@@ -9,10 +9,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer");
-const std::string Member = testing::tokenOf("loyalty");
-const std::string Staff = testing::tokenOf("adminUser");
-
 const std::string Jpeg = std::string("\xFF\xD8\xFF\xE0", 4) + std::string(300, 'j') + "\xFF\xD9";
 // Larger than the service's usual body limit, which only a video may pass.
 const std::string Mp4 = std::string("\0\0\0\x18" "ftypmp42", 12) + std::string(3 * 1024 * 1024, 'v');

@@ -7,9 +7,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer");
-const std::string Member = testing::tokenOf("loyalty");
-
 Json byName(const Json& list, const std::string& name) {
     for (const auto& event : list)
         if (event.at("name") == name) return event;

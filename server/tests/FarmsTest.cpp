@@ -12,9 +12,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer");
-const std::string Member = testing::tokenOf("loyalty");
-
 // 15 May 2024, noon in Turkey; 10 January 2024.
 constexpr std::int64_t MidMay = 1715763600;
 constexpr std::int64_t EarlyJanuary = 1704877200;

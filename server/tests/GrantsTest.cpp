@@ -9,9 +9,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer");
-const std::string Dealer = testing::tokenOf("dealer");
-
 // 15 May 2024, noon in Turkey.
 constexpr std::int64_t MidMay = 1715763600;
 

@@ -12,10 +12,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer");
-const std::string Member = testing::tokenOf("loyalty");
-const std::string Dealer = testing::tokenOf("dealer");
-
 std::string code(int n) {
     return loyalty::serialNumber(n);
 }

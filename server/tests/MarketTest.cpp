@@ -12,9 +12,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer"); // Konya
-const std::string Dealer = testing::tokenOf("dealer");
-
 constexpr std::int64_t MidMay = 1715763600; // 15 May 2024, noon in Turkey
 constexpr std::int64_t Day = 86400;
 

@@ -11,9 +11,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer");
-const std::string Member = testing::tokenOf("loyalty");
-
 std::vector<std::int64_t> ids(const Json& list) {
     std::vector<std::int64_t> out;
     for (const auto& item : list) out.push_back(item.at("id").get<std::int64_t>());

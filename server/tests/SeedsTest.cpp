@@ -11,7 +11,6 @@ using namespace testing;
 
 namespace {
 
-const std::string Farmer = testing::tokenOf("farmer");
 const std::string Api = "/api/?do=productCatalog/";
 
 std::string pathOf(const std::string& url) { return url.substr(url.find("/", url.find("//") + 2)); }

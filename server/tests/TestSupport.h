@@ -46,6 +46,12 @@ inline const std::string& tokenOf(const char* type) {
     return ekinora::server::accounts::demoAccount(type).token;
 }
 
+// The demo accounts' fixed tokens, one of each role.
+inline const std::string Farmer = tokenOf("farmer");
+inline const std::string Member = tokenOf("loyalty");
+inline const std::string Dealer = tokenOf("dealer");
+inline const std::string Staff = tokenOf("adminUser");
+
 struct Reply {
     int http = 0;
     std::string contentType;
