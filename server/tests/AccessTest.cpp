@@ -9,17 +9,13 @@
 #include <set>
 
 using namespace ekinora::server;
-using testing::Json;
-using testing::q;
-using testing::Reply;
+using namespace testing;
 
 // Every command of the table under every kind of caller: no token, a forged one, one withdrawn by
 // logout, and each role's, on its own records and on another account's of the same role. Commands
 // added later are walked by themselves.
-class AccessTest : public QObject {
+class AccessTest : public ServiceTest {
     Q_OBJECT
-
-    std::unique_ptr<testing::Service> s;
 
     // What the app sends before sign-in: these alone answer without a token.
     const std::set<std::string> open = {
@@ -59,8 +55,6 @@ class AccessTest : public QObject {
     }
 
 private slots:
-    void init() { s = std::make_unique<testing::Service>(); }
-    void cleanup() { s.reset(); }
 
     void everyCommandAnswersOnlyItsRoles() {
         const auto commands = s->server->commands();

@@ -9,17 +9,14 @@
 #include <set>
 
 using namespace ekinora::server;
-using testing::Json;
-using testing::q;
-using testing::Reply;
+using namespace testing;
 
 // Bad input to every command of the table, class by class: bodies over the command's limit,
 // malformed JSON, invalid UTF-8, over-long texts, numbers out of range. Each is refused in the
 // envelope, or at least never fails the service, and a refused request writes nothing.
-class BadInputTest : public QObject {
+class BadInputTest : public ServiceTest {
     Q_OBJECT
 
-    std::unique_ptr<testing::Service> s;
     int tried = 0;
 
     // A fresh token of a role the command lets in; none for an open command.
@@ -40,10 +37,9 @@ class BadInputTest : public QObject {
 
 private slots:
     void init() {
-        s = std::make_unique<testing::Service>();
+        ServiceTest::init();
         s->client->set_url_encode(false);
     }
-    void cleanup() { s.reset(); }
 
     void refusedInputWritesNothing() {
         const std::string unreadable = R"({"status":400,"message":"Gönderilen bilgi okunamadı, lütfen tekrar deneyiniz.",)"

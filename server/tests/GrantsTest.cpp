@@ -5,13 +5,9 @@
 #include "TestSupport.h"
 
 using namespace ekinora::server;
-using testing::Json;
-using testing::q;
+using namespace testing;
 
 namespace {
-
-const std::string Farmer = testing::tokenOf("farmer");
-const std::string Dealer = testing::tokenOf("dealer");
 
 // 15 May 2024, noon in Turkey.
 constexpr std::int64_t MidMay = 1715763600;
@@ -19,10 +15,8 @@ constexpr std::int64_t MidMay = 1715763600;
 } // namespace
 
 // Support programmes by county and crop, and their application documents as PDFs.
-class GrantsTest : public QObject {
+class GrantsTest : public ServiceTest {
     Q_OBJECT
-
-    std::unique_ptr<testing::Service> s;
 
     Json idNamed(const std::string& target, const char* list, const std::string& name) {
         const Json records = s->get(target).json["data"][list];
@@ -52,12 +46,10 @@ class GrantsTest : public QObject {
         return false;
     }
 
+public:
+    GrantsTest() : ServiceTest(MidMay) {}
+
 private slots:
-    void init() {
-        s = std::make_unique<testing::Service>();
-        *s->now = MidMay;
-    }
-    void cleanup() { s.reset(); }
 
     void wheatInCumraFindsProgrammesWithTheirDocuments() {
         const auto reply = search("Konya", "Çumra", "Buğday");
@@ -123,9 +115,8 @@ private slots:
     }
 
     void unknownDocumentsAreNotFound() {
-        QCOMPARE(s->get("/documents/grants/999.pdf").http, 404);
-        QCOMPARE(s->get("/documents/grants/1x.pdf").http, 404);
-        QCOMPARE(s->get("/documents/grants/.pdf").http, 404);
+        for (const char* name : {"999.pdf", "1x.pdf", ".pdf"})
+            QCOMPARE(s->get(std::string("/documents/grants/") + name).http, 404);
     }
 
     void theLastDateRollsOverOnceItHasPassed() {

@@ -3,24 +3,19 @@
 #include "TestSupport.h"
 
 using namespace ekinora::server;
-using testing::Json;
-using testing::keys;
-using testing::q;
-using testing::Reply;
+using namespace testing;
 
 namespace {
 
-const auto& Farmer = accounts::demoAccount("farmer");
-const auto& Member = accounts::demoAccount("loyalty");
-const auto& Dealer = accounts::demoAccount("dealer");
+const auto& TheFarmer = accounts::demoAccount("farmer");
+const auto& TheMember = accounts::demoAccount("loyalty");
+const auto& TheDealer = accounts::demoAccount("dealer");
 
 } // namespace
 
 // The signed-in side of an account: profile, consent, shop data and notifications.
-class ProfileTest : public QObject {
+class ProfileTest : public ServiceTest {
     Q_OBJECT
-
-    std::unique_ptr<testing::Service> s;
 
     Json profile(const std::string& token) {
         return s->get("/api/?do=farmer/profile&bearer=" + token).json["data"];
@@ -33,11 +28,9 @@ class ProfileTest : public QObject {
     }
 
 private slots:
-    void init() { s = std::make_unique<testing::Service>(); }
-    void cleanup() { s.reset(); }
 
     void profileIsTheLoginRecordWithTheConsentFlag() {
-        const Json login = s->login(Farmer.phone).json["data"];
+        const Json login = s->login(TheFarmer.phone).json["data"];
         const Json record = profile(login["token"]);
         // Archived by the app as its user record: the login's members, the caller's own token, and
         // "etkPopup" last.
@@ -47,39 +40,39 @@ private slots:
         QCOMPARE(q(record["token"].get<std::string>()), q(login["token"].get<std::string>()));
         QCOMPARE(q(record["location"]), q(login["location"]));
         QCOMPARE(record["etkPopup"].get<int>(), 0);
-        QCOMPARE(q(profile(Member.token)["type"].get<std::string>()), QStringLiteral("loyalty"));
+        QCOMPARE(q(profile(TheMember.token)["type"].get<std::string>()), QStringLiteral("loyalty"));
     }
 
     void consentAnswersCloseThePanel() {
-        s->db->execute("UPDATE users SET etk_answered = 0 WHERE phone = ?", {Farmer.phone});
-        QCOMPARE(profile(Farmer.token)["etkPopup"].get<int>(), 1);
+        s->db->execute("UPDATE users SET etk_answered = 0 WHERE phone = ?", {TheFarmer.phone});
+        QCOMPARE(profile(TheFarmer.token)["etkPopup"].get<int>(), 1);
 
         // Each of the three is needed, as "1" or "0".
         Reply reply =
-            s->post("farmer/etk", Json{{"etk-sms", "1"}, {"etk-email", "yes"}}, s->bearer(Farmer.token));
+            s->post("farmer/etk", Json{{"etk-sms", "1"}, {"etk-email", "yes"}}, s->bearer(TheFarmer.token));
         QCOMPARE(q(reply.json["errors"].dump()),
                  QStringLiteral(R"({"etk-advertising":"Lütfen izin tercihinizi belirtiniz.",)"
                                 R"("etk-email":"İzin tercihiniz okunamadı, lütfen yeniden seçiniz."})"));
-        QCOMPARE(profile(Farmer.token)["etkPopup"].get<int>(), 1);
+        QCOMPARE(profile(TheFarmer.token)["etkPopup"].get<int>(), 1);
 
         // Three refusals are an answer; the member's own answers are untouched.
         reply = s->post("farmer/etk", Json{{"etk-sms", "0"}, {"etk-advertising", "0"}, {"etk-email", "0"}},
-                        s->bearer(Farmer.token));
+                        s->bearer(TheFarmer.token));
         QCOMPARE(reply.status(), 200);
         QCOMPARE(reply.json["data"]["etkPopup"].get<int>(), 0);
-        QCOMPARE(profile(Farmer.token)["etkPopup"].get<int>(), 0);
+        QCOMPARE(profile(TheFarmer.token)["etkPopup"].get<int>(), 0);
         reply = s->post("farmer/etk", Json{{"etk-sms", 1}, {"etk-advertising", "0"}, {"etk-email", true}},
-                        s->bearer(Member.token));
+                        s->bearer(TheMember.token));
         QCOMPARE(reply.status(), 200);
         QCOMPARE(q(s->db->query("SELECT etk_sms, etk_advertising, etk_email FROM users WHERE phone IN (?, ?)"
                                 " ORDER BY phone",
-                                {Farmer.phone, Member.phone})),
+                                {TheFarmer.phone, TheMember.phone})),
                  QStringLiteral(R"([{"etk_sms":0,"etk_advertising":0,"etk_email":0},)"
                                 R"({"etk_sms":1,"etk_advertising":0,"etk_email":1}])"));
     }
 
     void profileUpdate() {
-        const auto auth = s->bearer(Farmer.token);
+        const auto auth = s->bearer(TheFarmer.token);
         // Only "fullname" is shown by the app on a rejection, so it comes first.
         Reply reply = s->post("farmer/update-profile", Json{{"email", "yanlis"}, {"fullname", ""}}, auth);
         QCOMPARE(q(reply.json["errors"].dump()),
@@ -96,8 +89,8 @@ private slots:
         QCOMPARE(reply.status(), 200);
         QCOMPARE(q(reply.json["data"]["fullname"].get<std::string>()), QStringLiteral("Hasan Ali Doğru"));
         QVERIFY(reply.json["data"]["email"].is_null());
-        QCOMPARE(q(reply.json["data"]["location"]["county"]["name"].get<std::string>()), q(Farmer.county));
-        QCOMPARE(q(reply.json["data"]["token"].get<std::string>()), q(Farmer.token));
+        QCOMPARE(q(reply.json["data"]["location"]["county"]["name"].get<std::string>()), q(TheFarmer.county));
+        QCOMPARE(q(reply.json["data"]["token"].get<std::string>()), q(TheFarmer.token));
 
         const auto bornova = s->db->scalar("SELECT id FROM counties WHERE name = 'Bornova'");
         reply = s->post("farmer/update-profile",
@@ -107,13 +100,13 @@ private slots:
                         auth);
         QCOMPARE(q(reply.json["data"]["location"]["city"]["name"].get<std::string>()),
                  QStringLiteral("İzmir"));
-        QCOMPARE(q(profile(Farmer.token)["email"].get<std::string>()), QStringLiteral("hasan@ornek.com.tr"));
+        QCOMPARE(q(profile(TheFarmer.token)["email"].get<std::string>()), QStringLiteral("hasan@ornek.com.tr"));
         // Nobody else changed.
-        QCOMPARE(q(profile(Member.token)["fullname"].get<std::string>()), q(Member.fullname));
+        QCOMPARE(q(profile(TheMember.token)["fullname"].get<std::string>()), q(TheMember.fullname));
     }
 
     void dealerShopData() {
-        const auto auth = s->bearer(Dealer.token);
+        const auto auth = s->bearer(TheDealer.token);
         QCOMPARE(q(s->get("/api/?do=dealer/information", auth).json["data"]["dealerName"].get<std::string>()),
                  QStringLiteral("Erdem Tarım Zirai İlaç ve Tohumculuk"));
 
@@ -138,12 +131,12 @@ private slots:
     }
 
     void notificationsMarkedPerAccount() {
-        QCOMPARE(unread(Farmer.token), 2);
-        QCOMPARE(unread(Farmer.token), 2); // counting leaves the marks
-        QCOMPARE(unread(Member.token), 2);
+        QCOMPARE(unread(TheFarmer.token), 2);
+        QCOMPARE(unread(TheFarmer.token), 2); // counting leaves the marks
+        QCOMPARE(unread(TheMember.token), 2);
 
         // The list shows each notice as it was, newest first, and marks them all read.
-        Reply list = notifications(Farmer.token, "0");
+        Reply list = notifications(TheFarmer.token, "0");
         const Json& notices = list.json["data"]["notifications"];
         QCOMPARE(int(notices.size()), 4);
         QVERIFY((keys(notices[0]) == std::vector<std::string>{"id", "message", "date", "read"}));
@@ -153,23 +146,23 @@ private slots:
         QCOMPARE(notices[3]["read"].get<int>(), 1);
         QCOMPARE(QString::fromStdString(notices[0]["date"]).size(), 16); // dd.MM.yyyy HH:mm
         QCOMPARE(list.json["data"]["unreadCount"].get<int>(), 0);
-        QCOMPARE(unread(Farmer.token), 0);
+        QCOMPARE(unread(TheFarmer.token), 0);
 
         // Another account's marks and notices are its own.
-        QCOMPARE(unread(Member.token), 2);
-        QCOMPARE(int(notifications(Member.token, "1").json["data"]["notifications"].size()), 3);
-        QCOMPARE(q(notifications(Dealer.token, "0").json["data"].dump()),
+        QCOMPARE(unread(TheMember.token), 2);
+        QCOMPARE(int(notifications(TheMember.token, "1").json["data"]["notifications"].size()), 3);
+        QCOMPARE(q(notifications(TheDealer.token, "0").json["data"].dump()),
                  QStringLiteral(R"({"notifications":[],"unreadCount":0})"));
 
         // A new notice counts until the list is opened again.
         const Reply added = Reply::from(s->client->Post(
-            "/_demo/notify", Json{{"phone", Farmer.phone}, {"message", "Yeni bir etkinlik eklendi."}}.dump(),
+            "/_demo/notify", Json{{"phone", TheFarmer.phone}, {"message", "Yeni bir etkinlik eklendi."}}.dump(),
             "application/json"));
         QCOMPARE(added.json["data"]["unreadCount"].get<int>(), 1);
-        QCOMPARE(unread(Farmer.token), 1);
-        QCOMPARE(unread(Member.token), 2);
-        QCOMPARE(notifications(Farmer.token, "0").json["data"]["notifications"][0]["read"].get<int>(), 0);
-        QCOMPARE(unread(Farmer.token), 0);
+        QCOMPARE(unread(TheFarmer.token), 1);
+        QCOMPARE(unread(TheMember.token), 2);
+        QCOMPARE(notifications(TheFarmer.token, "0").json["data"]["notifications"][0]["read"].get<int>(), 0);
+        QCOMPARE(unread(TheFarmer.token), 0);
     }
 };
 

@@ -5,10 +5,7 @@
 #include <set>
 
 using namespace ekinora::server;
-using testing::Json;
-using testing::keys;
-using testing::q;
-using testing::Reply;
+using namespace testing;
 
 namespace {
 

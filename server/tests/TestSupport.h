@@ -4,6 +4,7 @@
 #include "core/Database.h"
 #include "core/Server.h"
 
+#include <QObject>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -11,13 +12,18 @@
 #include <nlohmann/json.hpp>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace testing {
 
 using Json = nlohmann::ordered_json;
+
+// JSON values compared as their text, which also names them in a failure.
+#define JCOMPARE(a, b) QCOMPARE(testing::q(testing::Json(a)), testing::q(testing::Json(b)))
 
 inline QString q(const std::string& s) {
     return QString::fromStdString(s);
@@ -39,6 +45,12 @@ inline const std::string Expired =
 inline const std::string& tokenOf(const char* type) {
     return ekinora::server::accounts::demoAccount(type).token;
 }
+
+// The demo accounts' fixed tokens, one of each role.
+inline const std::string Farmer = tokenOf("farmer");
+inline const std::string Member = tokenOf("loyalty");
+inline const std::string Dealer = tokenOf("dealer");
+inline const std::string Staff = tokenOf("adminUser");
 
 struct Reply {
     int http = 0;
@@ -114,6 +126,38 @@ struct Service {
         return get("/api/?do=farmer/login&type=login&deviceType=2&hash=" + data["hash"].get<std::string>() +
                    "&code=" + data["code"].get<std::string>());
     }
+
+    // How many of n requests sent at once, each on a connection of its own, the service accepted.
+    int acceptedAtOnce(int n, const std::function<httplib::Result(httplib::Client&)>& request) {
+        std::atomic<int> accepted{0};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < n; ++i)
+            threads.emplace_back([&, port = server->port()] {
+                httplib::Client client("127.0.0.1", port);
+                if (Reply::from(request(client)).status() == 200) ++accepted;
+            });
+        for (auto& thread : threads)
+            thread.join();
+        return accepted;
+    }
+};
+
+// Each test on a service of its own, its clock at the given time (0: the system's).
+class ServiceTest : public QObject {
+    Q_OBJECT
+
+    const std::int64_t m_start;
+
+protected:
+    explicit ServiceTest(std::int64_t now = 0) : m_start(now) {}
+    std::unique_ptr<Service> s;
+
+protected slots:
+    void init() {
+        s = std::make_unique<Service>();
+        *s->now = m_start;
+    }
+    void cleanup() { s.reset(); }
 };
 
 } // namespace testing

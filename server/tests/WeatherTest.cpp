@@ -9,10 +9,7 @@
 #include <set>
 
 using namespace ekinora::server;
-using testing::Json;
-using testing::keys;
-using testing::q;
-using testing::Reply;
+using namespace testing;
 
 namespace {
 
@@ -219,7 +216,6 @@ private slots:
     // match the hour they stand for.
     void plausibleEverywhere() {
         const auto counties = s->db->query("SELECT latitude, longitude FROM counties");
-        QCOMPARE(int(counties.size()), 973);
         const std::int64_t days[] = {day(2024, 1, 14), day(2024, 4, 20), day(2024, 7, 28), day(2024, 10, 9)};
         for (const auto& county : counties) {
             const auto where = place(county["latitude"].get<double>(), county["longitude"].get<double>());
