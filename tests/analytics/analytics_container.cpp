@@ -244,21 +244,8 @@ private slots:
         QTRY_COMPARE(ended, backgroundTasks);
     }
 
-    void tagHitStoreRemembersUniqueIds() {
+    void pendingEventsKeepOnlyTheRecentOnes() {
         RTCHitStore store(dir->path(), clock);
-        store.addHitWithURLString("http://127.0.0.1:1/a", "u-1");
-        store.addHitWithURLString("http://127.0.0.1:1/a", "u-1"); // still waiting: ignored
-        store.addHitWithURLString("http://127.0.0.1:1/b", QString());
-        store.addHitWithURLString("http://127.0.0.1:1/b", QString());
-        QList<RTCHit> hits = storedHits(store);
-        QCOMPARE(hits.size(), 3);
-        store.deleteHits(hits);
-        store.addHitWithURLString("http://127.0.0.1:1/a", "u-1"); // sent once: never again
-        store.addHitWithURLString("http://127.0.0.1:1/a", "u-2");
-        hits = storedHits(store);
-        QCOMPARE(hits.size(), 1);
-        QCOMPARE(hits[0].uniqueId, QString("u-2"));
-
         store.addPendingEvent({0, "purchase", "app", {{"transactionId", "T9"}}, clock->now(), true});
         store.addPendingEvent({0, "stale", QString(), {}, clock->now() - 2 * 86400, false});
         QList<RTCPendingEvent> events;

@@ -441,18 +441,6 @@ private slots:
         QCOMPARE(badge->frame().y(), -4.0);
     }
 
-    void badgeOriginWithoutAViewOrWithACustomView() {
-        BadgeBarButtonItem plain;
-        plain.setBadgeValue(QStringLiteral("2"));
-        QCOMPARE(plain.badgeOriginX(), -12.0);
-
-        BadgeBarButtonItem custom;
-        custom.setHasCustomView(true);
-        custom.setBadgeValue(QStringLiteral("2"));
-        QCOMPARE(custom.badgeOriginX(), -0.5 * 20 - 12);
-        QVERIFY(!custom.customViewClips());
-    }
-
     void badgeBouncesWhenTheShownValueChanges() {
         BadgeBarButtonItem bell;
         bell.setBadgeValue(QStringLiteral("3"));
