@@ -51,9 +51,10 @@ private slots:
             tapped << url.toString();
             return false;
         });
-        model->loadHTMLString(QStringLiteral("<html><head></head><body><p style=\"height:700px\">Başvuru: "
-                                             "<a id=\"m\" href=\"mailto:kvkk@ekinora.com.tr\"><b id=\"inner\">kvkk</b></a>"
-                                             " <a id=\"t\" href=\"tel:08504553566\">ara</a></p></body></html>"));
+        model->loadHTMLString(
+            QStringLiteral("<html><head></head><body><p style=\"height:700px\">Başvuru: "
+                           "<a id=\"m\" href=\"mailto:kvkk@ekinora.com.tr\"><b id=\"inner\">kvkk</b></a>"
+                           " <a id=\"t\" href=\"tel:08504553566\">ara</a></p></body></html>"));
         QVERIFY(model->isLoading());
         QTRY_COMPARE_WITH_TIMEOUT(finished, 1, 15000);
         QVERIFY(!model->isLoading());

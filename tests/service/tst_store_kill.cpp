@@ -88,7 +88,8 @@ private slots:
         QVERIFY(changes > 0);
         // What a killed write leaves behind besides the store: its lock, which the next writer takes over.
         const QStringList left = QDir(dir.path()).entryList(QDir::Files);
-        qInfo("%d kills after %d confirmed changes; files left: %s", kills, changes, qPrintable(left.join(", ")));
+        qInfo("%d kills after %d confirmed changes; files left: %s", kills, changes,
+              qPrintable(left.join(", ")));
     }
 };
 
