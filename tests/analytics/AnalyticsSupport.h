@@ -27,7 +27,6 @@ public:
     }
     std::string base() const { return m_server->baseUrl(); }
     QString root() const { return QString::fromStdString(base()); }
-    int port() const { return m_server->port(); }
 
     // The hits received after the given collector id, oldest first.
     std::vector<Json> hits(std::int64_t since = 0) const {
@@ -41,10 +40,6 @@ public:
         httplib::Client client(base());
         auto reply = client.Post("/_demo/collector", Json{{"refuseBatches", status}}.dump(), "application/json");
         QVERIFY(reply && reply->status == 200);
-    }
-    void clearHits() const {
-        httplib::Client client(base());
-        client.Post("/_demo/hits/clear", "", "application/json");
     }
 
 private:

@@ -74,17 +74,6 @@ private slots:
         QCOMPARE(made, 4);
     }
 
-    void scrollsAndFlashesAreAnnounced() {
-        CollectionView collection;
-        QSignalSpy scrolls(&collection, &CollectionView::scrollToItemRequested);
-        collection.scrollToItem(0, 4, CollectionView::CenteredHorizontally, true);
-        QCOMPARE(scrolls.size(), 1);
-        QCOMPARE(collection.scrolledItem(), 4);
-        collection.flashScrollIndicators();
-        collection.flashScrollIndicators();
-        QCOMPARE(collection.flashCount(), 2);
-    }
-
     void anImageViewWaitsOnlyForItsLastAddress() {
         ImageView view(QStringLiteral("img"));
         QStringList ended;

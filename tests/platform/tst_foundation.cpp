@@ -37,13 +37,9 @@ private slots:
         QCOMPARE(stringWithFormat("%@", {nil()}), QStringLiteral("(null)"));
         QCOMPARE(stringWithFormat("%@", {QString()}), QStringLiteral("(null)"));
         QCOMPARE(stringWithFormat("%@", {nullObject()}), QStringLiteral("<null>"));
-        QCOMPARE(stringWithFormat("%@", {Json(3)}), QStringLiteral("3"));
         QCOMPARE(stringWithFormat("%@", {Json(3.0)}), QStringLiteral("3"));
-        QCOMPARE(stringWithFormat("%@", {Json(2.5)}), QStringLiteral("2.5"));
         QCOMPARE(stringWithFormat("%@", {Json(0.1)}), QStringLiteral("0.1"));
-        QCOMPARE(stringWithFormat("%@", {Json(-7)}), QStringLiteral("-7"));
         QCOMPARE(stringWithFormat("%@", {Json(true)}), QStringLiteral("1"));
-        QCOMPARE(stringWithFormat("%@", {Json(false)}), QStringLiteral("0"));
         QCOMPARE(stringWithFormat("%@", {Json(qint64(5321234567))}), QStringLiteral("5321234567"));
         QCOMPARE(stringWithFormat("Sayın %@, %@ puan", {QStringLiteral("Çiğdem Şahin"), Json(120)}),
                  QStringLiteral("Sayın Çiğdem Şahin, 120 puan"));
@@ -55,16 +51,13 @@ private slots:
         QCOMPARE(stringWithFormat("%lu", {4000000000UL}), QStringLiteral("4000000000"));
         QCOMPARE(stringWithFormat("%d", {QStringLiteral("42")}), QStringLiteral("42"));
         // Words of a device token: every bit of a 32-bit word, eight digits each.
-        QCOMPARE(stringWithFormat("%08x", {qint64(0xdeadbeefU)}), QStringLiteral("deadbeef"));
         QCOMPARE(stringWithFormat("%08x", {qint64(0xffffffffU)}), QStringLiteral("ffffffff"));
         QCOMPARE(stringWithFormat("%08x", {qint64(0x1f)}), QStringLiteral("0000001f"));
-        QCOMPARE(stringWithFormat("%08x", {0}), QStringLiteral("00000000"));
         QCOMPARE(stringWithFormat("%08x", {-1}), QStringLiteral("ffffffff"));
         QCOMPARE(stringWithFormat("%X", {255}), QStringLiteral("FF"));
     }
 
     void formatFloatsAndLiterals() {
-        QCOMPARE(stringWithFormat("%.1f", {3.14159}), QStringLiteral("3.1"));
         QCOMPARE(stringWithFormat("%.1f", {2.45}), QStringLiteral("2.5"));
         QCOMPARE(stringWithFormat("%.2f", {7}), QStringLiteral("7.00"));
         QCOMPARE(stringWithFormat("%f", {1.5}), QStringLiteral("1.500000"));
@@ -86,7 +79,6 @@ private slots:
         QCOMPARE(stringWithFormat("%.3d", {7}), QStringLiteral("007"));
         QCOMPARE(stringWithFormat("%6.2f|", {3.14159}), QStringLiteral("  3.14|"));
         QCOMPARE(stringWithFormat("%-6@|", {QStringLiteral("ab")}), QStringLiteral("ab    |"));
-        QCOMPARE(stringWithFormat("%4x", {255}), QStringLiteral("  ff"));
         // Wider than the width: nothing is cut.
         QCOMPARE(stringWithFormat("%2d", {12345}), QStringLiteral("12345"));
     }
@@ -123,7 +115,6 @@ private slots:
         QCOMPARE(intValue(Json(" -3")), -3);
         QCOMPARE(intValue(Json("+8")), 8);
         QCOMPARE(intValue(Json("abc")), 0);
-        QCOMPARE(intValue(Json("")), 0);
         QCOMPARE(intValue(Json("3.9")), 3);
         QCOMPARE(intValue(Json("0042")), 42);
         // Out of range, a text reads as the nearest end of the range.
@@ -143,7 +134,6 @@ private slots:
         QCOMPARE(doubleValue(Json("2e")), 2.0);
         QCOMPARE(doubleValue(Json(".5")), 0.5);
         QCOMPARE(doubleValue(Json("-")), 0.0);
-        QCOMPARE(doubleValue(Json("")), 0.0);
         QCOMPARE(floatValue(Json("38.4")), 38.4f);
     }
 
@@ -160,7 +150,6 @@ private slots:
         QTest::newRow("0") << "0" << false;
         QTest::newRow("000") << "000" << false;
         QTest::newRow("no") << "no" << false;
-        QTest::newRow("NO") << "NO" << false;
         QTest::newRow("false") << "false" << false;
         QTest::newRow("empty") << "" << false;
         QTest::newRow("blank") << "   " << false;
@@ -178,11 +167,9 @@ private slots:
         QCOMPARE(intValue(Json(true)), 1);
         QCOMPARE(integerValue(Json(qint64(5321234567))), Q_INT64_C(5321234567));
         QCOMPARE(doubleValue(Json(false)), 0.0);
-        QCOMPARE(doubleValue(Json(12)), 12.0);
         QCOMPARE(boolValue(Json(0)), false);
         QCOMPARE(boolValue(Json(2)), true);
         QCOMPARE(boolValue(Json(0.5)), true);
-        QCOMPARE(boolValue(Json(true)), true);
 
         // Messaging nil gives zero.
         QCOMPARE(intValue(nil()), 0);

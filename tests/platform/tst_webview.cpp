@@ -41,63 +41,38 @@ private slots:
         delete fake;
     }
 
-    void htmlLoadsScriptsAnswerAndLinksAreDecided() {
+    void htmlLoadsScriptsAnswerAndTappedLinksAreDecided() {
         int finished = 0;
         model->setDidFinishNavigation([&](WebView*) { ++finished; });
-        QList<QPair<QString, int>> asked;
+        QStringList tapped;
+        // Tapped links are refused, so that nothing is handed to the desktop.
         model->setDecidePolicy([&](WebView*, const QUrl& url, int type) {
-            asked.append({url.toString(), type});
-            return !url.toString().contains(QStringLiteral("kosullar"));
+            if (type != int(WebView::LinkActivated)) return true;
+            tapped << url.toString();
+            return false;
         });
-        model->loadHTMLString(QStringLiteral("<html><head></head><body><p style=\"height:700px\">Şartlar</p>"
-                                             "<a id=\"l\" href=\"http://127.0.0.1:9/kosullar\">koşullar</a></body></html>"));
+        model->loadHTMLString(
+            QStringLiteral("<html><head></head><body><p style=\"height:700px\">Başvuru: "
+                           "<a id=\"m\" href=\"mailto:kvkk@ekinora.com.tr\"><b id=\"inner\">kvkk</b></a>"
+                           " <a id=\"t\" href=\"tel:08504553566\">ara</a></p></body></html>"));
         QVERIFY(model->isLoading());
         QTRY_COMPARE_WITH_TIMEOUT(finished, 1, 15000);
         QVERIFY(!model->isLoading());
         // Qt loads an HTML string without asking; only later navigations come to the screen.
-        for (const auto& a : asked) QVERIFY(a.second != int(WebView::LinkActivated));
+        QVERIFY(tapped.isEmpty());
 
         QVariant height;
         model->evaluateJavaScript(QStringLiteral("document.body.offsetHeight;"), [&](const QVariant& v) { height = v; });
         QTRY_VERIFY_WITH_TIMEOUT(height.isValid(), 10000);
         QVERIFY(height.toInt() >= 700);
 
-        // A tapped link comes to the screen as a link the user activated, and is refused.
-        asked.clear();
-        model->evaluateJavaScript(QStringLiteral("document.getElementById('l').click(); true;"));
-        QTRY_VERIFY_WITH_TIMEOUT(!asked.isEmpty(), 10000);
-        QCOMPARE(asked.first().first, QStringLiteral("http://127.0.0.1:9/kosullar"));
-        QCOMPARE(asked.first().second, int(WebView::LinkActivated));
-        QTest::qWait(200);
-        QCOMPARE(finished, 1);
-    }
-
-    void mailAndPhoneLinksComeToTheScreenAsTappedLinks() {
-        int finished = 0;
-        model->setDidFinishNavigation([&](WebView*) { ++finished; });
-        QList<QPair<QString, int>> asked;
-        // Tapped links are refused, so that nothing is handed to the desktop.
-        model->setDecidePolicy([&](WebView*, const QUrl& url, int type) {
-            if (type != int(WebView::LinkActivated)) return true;
-            asked.append({url.toString(), type});
-            return false;
-        });
-        model->loadHTMLString(QStringLiteral("<html><head></head><body><p>Başvuru: "
-                                             "<a id=\"m\" href=\"mailto:kvkk@ekinora.com.tr\"><b id=\"inner\">kvkk@ekinora.com.tr</b></a>"
-                                             " <a id=\"t\" href=\"tel:08504553566\">ara</a></p></body></html>"));
-        QTRY_COMPARE_WITH_TIMEOUT(finished, 1, 15000);
-        // A tap on the text inside the link counts as a tap on the link.
+        // A tap on the text inside a link counts as a tap on the link; the page stays.
         model->evaluateJavaScript(QStringLiteral("document.getElementById('inner').click(); true;"));
-        QTRY_VERIFY_WITH_TIMEOUT(!asked.isEmpty(), 10000);
-        QCOMPARE(asked.first(), qMakePair(QStringLiteral("mailto:kvkk@ekinora.com.tr"), int(WebView::LinkActivated)));
+        QTRY_COMPARE_WITH_TIMEOUT(tapped, QStringList{"mailto:kvkk@ekinora.com.tr"}, 10000);
         model->evaluateJavaScript(QStringLiteral("document.getElementById('t').click(); true;"));
-        QTRY_COMPARE_WITH_TIMEOUT(asked.size(), 2, 10000);
-        QCOMPARE(asked.last(), qMakePair(QStringLiteral("tel:08504553566"), int(WebView::LinkActivated)));
-        // The page stays.
-        QVariant still;
-        model->evaluateJavaScript(QStringLiteral("document.getElementById('m') !== null;"), [&](const QVariant& v) { still = v; });
-        QTRY_VERIFY_WITH_TIMEOUT(still.isValid(), 10000);
-        QCOMPARE(still.toBool(), true);
+        QTRY_COMPARE_WITH_TIMEOUT(tapped.size(), 2, 10000);
+        QCOMPARE(tapped.last(), QStringLiteral("tel:08504553566"));
+        QTest::qWait(200);
         QCOMPARE(finished, 1);
     }
 

@@ -54,24 +54,13 @@ private slots:
         delete fake;
     }
 
-    void firstStartSeedsTheStoreAndSendsMaintenanceAtOnce() {
-        fake->store->setString(StoreKey::IsLogout, QStringLiteral("YES"));
+    void timetableRunsPushAtOneSecondChecksAtTwoAndPollsEveryTen() {
+        fake->platform->application().setApplicationIconBadgeNumber(5);
         QVERIFY(delegate->didFinishLaunching());
-        QCOMPARE(fake->http->requests.size(), 1);
-        QCOMPARE(fake->http->requests.first().url, QByteArray("http://svc.test/api/?do=maintenance&do=maintenance"));
-        auto& s = *fake->store;
-        QCOMPARE(s.stringForKey(StoreKey::AppVersion), QStringLiteral("1.4.0"));
-        QCOMPARE(s.stringForKey(StoreKey::MenuItemCounter), QStringLiteral("2026-05-14 09:30:00"));
-        QCOMPARE(s.jsonForKey(StoreKey::WeatherKeys).toArray(), LocalStore::defaultWeatherKeys());
-        QCOMPARE(s.stringForKey(StoreKey::LibStat), QStringLiteral("3"));
-        QVERIFY(!s.contains(StoreKey::IsLogout));
         QCOMPARE(fake->platform->application().applicationIconBadgeNumber(), 0);
         QCOMPARE(fake->platform->application().supportedInterfaceOrientations(), 2);
-        QVERIFY(fake->platform->window().isKeyWindow());
-    }
-
-    void timetableRunsPushAtOneSecondChecksAtTwoAndPollsEveryTen() {
-        delegate->didFinishLaunching();
+        // The maintenance check goes at once.
+        QCOMPARE(fake->http->requests.size(), 1);
         fake->run(999);
         QCOMPARE(fake->push->settingsTypes, -1);
         fake->run(1);
@@ -99,21 +88,6 @@ private slots:
         QCOMPARE(fake->http->requestsFor("popup").size(), 4);
     }
 
-    void serviceMaintenanceShowsTheTextAndEndsWithZero() {
-        fake->http->on("maintenance", jsonReply(envelope(QJsonObject{{"maintenance", true}}, 200,
-                                                          QJsonObject{{"text", "Bakım çalışması var."}})));
-        delegate->didFinishLaunching();
-        fake->http->flush();
-        platform::AlertController* alert = fake->alert();
-        QVERIFY(alert);
-        QCOMPARE(alert->title(), QStringLiteral("Bilgilendirme"));
-        QCOMPARE(alert->message(), QStringLiteral("Bakım çalışması var."));
-        QCOMPARE(alert->buttonTitles(), QStringList{"Tamam"});
-        QVERIFY(fake->endings.isEmpty());
-        alert->tapButton(0);
-        QCOMPARE(fake->endings, QList<int>{0});
-    }
-
     void serviceMaintenanceReadsLooseTypes_data() {
         QTest::addColumn<QJsonObject>("reply");
         QTest::addColumn<bool>("alert");
@@ -133,13 +107,6 @@ private slots:
         QCOMPARE(fake->alert() != nullptr, alert);
     }
 
-    void aFailedCheckMeansNoMaintenance() {
-        delegate->didFinishLaunching();
-        fake->run(3000);
-        QVERIFY(!fake->alert());
-        QVERIFY(fake->endings.isEmpty());
-    }
-
     void probeDownEndsWithTwoAndTheSecondAlertIsRefused() {
         fake->http->on("maintenance", jsonReply(envelope(QJsonObject{{"maintenance", true}}, 200, QJsonObject{{"text", "A"}})));
         fake->http->on("/check", jsonReply(QJsonObject{{"status", false}, {"message", "Sunucu kapalı"}}));
@@ -151,17 +118,6 @@ private slots:
         QVERIFY(fake->logged("Attempt to present"));
         fake->alert()->tapButton(0);
         QCOMPARE(fake->endings, QList<int>{0});
-    }
-
-    void probeAloneShowsItsMessage() {
-        fake->http->on("/check", jsonReply(QJsonObject{{"status", false}, {"message", "Sunucu kapalı"}}));
-        delegate->didFinishLaunching();
-        fake->run(2000);
-        QVERIFY(fake->alert());
-        QCOMPARE(fake->alert()->title(), QStringLiteral("Bilgilendirme"));
-        QCOMPARE(fake->alert()->message(), QStringLiteral("Sunucu kapalı"));
-        fake->alert()->tapButton(0);
-        QCOMPARE(fake->endings, QList<int>{2});
     }
 
     void popupIsPresentedOnlyForARecord_data() {
@@ -261,13 +217,6 @@ private slots:
         QCOMPARE(fake->alert()->buttonTitles(), buttons);
         fake->alert()->tapButton(int(buttons.size()) - 1);
         QCOMPARE(opened, QList<QUrl>{QUrl("http://svc.test/store/ekinora")});
-    }
-
-    void rotationFollowsTheFlag() {
-        delegate->restrictRotation = false;
-        QCOMPARE(delegate->supportedInterfaceOrientationsForWindow(), 30);
-        delegate->restrictRotation = true;
-        QCOMPARE(fake->platform->application().supportedInterfaceOrientations(), 2);
     }
 
 private:

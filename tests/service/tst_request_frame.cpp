@@ -38,24 +38,20 @@ private slots:
         QVERIFY(r.body.isEmpty());
     }
 
-    void beforeLoginTheHeaderCarriesNullAndNoBearerParameter() {
+    void theTokenTravelsInTheHeaderAndAsBearerOnceSignedIn() {
         WSRequest request;
         request.doParam = QStringLiteral("popup");
         request.requestData([](const Json&) {}, [](const Json&) {});
-        const auto& r = fake->http->requests.first();
-        QCOMPARE(r.header("Authorization"), QByteArray("Bearer (null)"));
-        QCOMPARE(r.header("Content-Type"), QByteArray("application/json; charset=UTF-8"));
-        QCOMPARE(r.url, QByteArray("http://svc.test/api?do=popup"));
-        QVERIFY(queryValues(r, QStringLiteral("bearer")).isEmpty());
-    }
+        const auto& before = fake->http->requests.first();
+        QCOMPARE(before.header("Authorization"), QByteArray("Bearer (null)"));
+        QCOMPARE(before.header("Content-Type"), QByteArray("application/json; charset=UTF-8"));
+        QCOMPARE(before.url, QByteArray("http://svc.test/api?do=popup"));
 
-    void withATokenItTravelsInTheHeaderAndAsBearer() {
         fake->store->setString(StoreKey::Token, QStringLiteral("tok-1"));
-        WSRequest request;
         request.doParam = QStringLiteral("region/counties");
         request.cityID = 34;
         request.requestData([](const Json&) {}, [](const Json&) {});
-        const auto& r = fake->http->requests.first();
+        const auto& r = fake->http->requests.last();
         QCOMPARE(r.header("Authorization"), QByteArray("Bearer tok-1"));
         // Keys in ascending order; "/" stays unescaped.
         QCOMPARE(r.url, QByteArray("http://svc.test/api?bearer=tok-1&cityId=34&do=region/counties"));

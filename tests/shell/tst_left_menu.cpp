@@ -81,18 +81,10 @@ private slots:
         fresh->release();
     }
 
-    void tableIsSizedForTwelveRows() {
-        QCOMPARE(menu->rowHeight, 45);
-        QCOMPARE(menu->tableFrame(), QRectF(-4, (844 - 540) / 2.0, 330, 540));
-        QCOMPARE(menu->arrList.size(), 12);
-        QCOMPARE(menu->numberOfRowsInSection(0), 0); // empty until the first checkMenuList
-    }
-
     void menuFollowsTheRecordsOrder() {
         signIn(QJsonArray{5, 0, 99, "1", -1});
         QCOMPARE(names(), (QStringList{"Mesajlarım", "Anasayfa", "Profilim"}));
         QCOMPARE(menu->menuListArr.at(0).toObject().value("id").toString(), QStringLiteral("5"));
-        QCOMPARE(menu->menuListArr.at(0).toObject().value("icon").toString(), QStringLiteral("mesaj"));
         QVERIFY(menu->arrList.isEmpty());
 
         // Without a record the list stays; a record without "menu" empties it.

@@ -36,8 +36,6 @@ private slots:
                  QStringLiteral("<span style=\"font-family: AvenirNext-Medium; font-size: 16\"><p>Seçili ürünlerde indirim</p></span>"));
         QVERIFY(card->webViewContent->baseUrl().isEmpty());
         QVERIFY(!card->webViewContent->bounces());
-        QCOMPARE(card->viewProduct->borderColor(), QColor(235, 235, 235));
-        QCOMPARE(card->viewProduct->borderWidth(), 1.0);
     }
 
     void productCardLosesTheLastCharacterOfTheName_data() {
@@ -88,14 +86,6 @@ private slots:
         QCOMPARE(fake->platform->window().hudCount(), 0);
         QCOMPARE(card->webViewContent->pendingScripts(),
                  QStringList{"(document.height !== undefined) ? document.height : document.body.offsetHeight;"});
-    }
-
-    void closeDismissesTheCard() {
-        auto* card = show(QJsonObject{{"header", "h"}, {"content", "c"}, {"pest_id", QJsonValue::Null}});
-        QCOMPARE(fake->platform->window().presentedControllers().size(), 1);
-        card->closePopup();
-        QCOMPARE(fake->platform->window().presentedControllers().size(), 0);
-        QVERIFY(!root->presentedViewController());
     }
 
 private:
