@@ -22,7 +22,7 @@ private slots:
     }
     void cleanup() { delete fake; }
 
-    void pictogramTextsKeepTheirRepeats() {
+    void pictogramTextsKeepTheirRepeatsAndEndAtTheTable() {
         const QStringList& texts = arrayWeatherTypes();
         QCOMPARE(texts.size(), 35);
         for (int code : {2, 3, 4, 5, 6}) QCOMPARE(weatherTypeText(code), QStringLiteral("Az Bulutlu"));
@@ -30,9 +30,7 @@ private slots:
         for (int code : {16, 17, 18}) QCOMPARE(weatherTypeText(code), QStringLiteral("Sisli"));
         QCOMPARE(weatherTypeText(1), QStringLiteral("Açık"));
         QCOMPARE(weatherTypeText(35), QStringLiteral("Karla Karışık Yağmurlu"));
-    }
-
-    void codesOutsideTheTable() {
+        // Outside the table: nothing below it, a stop above it.
         QCOMPARE(weatherTypeText(0), QString());
         QCOMPARE(weatherTypeText(-3), QString());
         QVERIFY_THROWS_EXCEPTION(platform::FatalStop, weatherTypeText(36));
@@ -112,17 +110,6 @@ private slots:
         fake->run(0);
         QCOMPARE(got.toObject().value("status").toInt(), 200);
         QCOMPARE(failed.toObject().value("errors").toObject().value("latitude").toString(), QStringLiteral("x"));
-    }
-
-    void parametersObjectHoldsOnlyWhatIsSet() {
-        WeatherApiRequest request;
-        QVERIFY(request.dictionaryRepresentation().isEmpty());
-        request.lonValue = 32.5;
-        request.dateYMD = QStringLiteral("2026-03-09");
-        const auto p = request.dictionaryRepresentation();
-        QCOMPARE(p.size(), 2);
-        QCOMPARE(p[0].first, QStringLiteral("LON"));
-        QCOMPARE(p[1].first, QStringLiteral("dateYmd"));
     }
 
 private:
