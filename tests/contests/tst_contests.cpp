@@ -289,25 +289,24 @@ private:
         fake->run(0);
         return screen;
     }
-    QuestionsViewController* showQuestions(const QJsonArray& questions) {
-        fake->http->on("surveys/detail", jsonReply(envelope(QJsonObject{{"surveyItem", QJsonObject{{"questions", questions}}}})));
-        fake->http->on("surveys", jsonReply(envelope(QJsonObject{{"surveys", QJsonArray{}}})));
-        showGames();
-        auto* flow = new QuestionsViewController;
-        flow->gameID = 2;
-        nav->pushViewController(flow, false);
-        fake->run(0);
-        return flow;
-    }
-    ResultViewController* showResult(const QJsonObject& item) {
+    // The screen pushed over an empty contest list, its contest's detail answered with the item.
+    template <class T> T* pushOverList(T* screen, const QJsonObject& item) {
         fake->http->on("surveys/detail", jsonReply(envelope(QJsonObject{{"surveyItem", item}})));
         fake->http->on("surveys", jsonReply(envelope(QJsonObject{{"surveys", QJsonArray{}}})));
         showGames();
+        nav->pushViewController(screen, false);
+        fake->run(0);
+        return screen;
+    }
+    QuestionsViewController* showQuestions(const QJsonArray& questions) {
+        auto* flow = new QuestionsViewController;
+        flow->gameID = 2;
+        return pushOverList(flow, QJsonObject{{"questions", questions}});
+    }
+    ResultViewController* showResult(const QJsonObject& item) {
         auto* result = new ResultViewController;
         result->gameID = 1;
-        nav->pushViewController(result, false);
-        fake->run(0);
-        return result;
+        return pushOverList(result, item);
     }
     void submit(QuestionsViewController* flow) {
         flow->buttonSubmit->tap();

@@ -186,12 +186,7 @@ private slots:
 
     void newQuestionGoesUncheckedAndItsPictureFollows() {
         signInAs("farmer");
-        auto* screen = new NewMessageViewController;
-        nav = new platform::NavigationController;
-        nav->setViewControllers({screen});
-        fake->platform->window().setRootViewController(nav);
-        fake->platform->window().makeKeyAndVisible();
-        fake->run(0);
+        auto* screen = mount(new NewMessageViewController);
         // A rejection does nothing; the placeholder goes with an empty title.
         fake->http->on("subject/add", jsonReply(envelope(QJsonObject{}, 400)));
         screen->doneButtonPressed();
@@ -219,27 +214,22 @@ private:
 
     void signInAs(const QString& type) { service::LocalStore::setUserInfo(QJsonObject{{"type", type}, {"fullname", "Ad Soyad"}}); }
 
-    MessageViewController* showList() {
+    template <class T> T* mount(T* screen) {
         nav = new platform::NavigationController;
-        auto* screen = new MessageViewController;
         nav->setViewControllers({screen});
         fake->platform->window().setRootViewController(nav);
         fake->platform->window().makeKeyAndVisible();
         fake->run(0);
         return screen;
     }
+    MessageViewController* showList() { return mount(new MessageViewController); }
 
     MessageDetailViewController* showThread(int status, const QJsonArray& messages) {
         fake->http->on("subject/messages", jsonReply(envelope(QJsonObject{{"subject", QJsonObject{
             {"title", "Başlık"}, {"description", "Açıklama"}, {"date", "01.06.2026"}, {"status", status}, {"messages", messages}}}})));
-        nav = new platform::NavigationController;
         auto* screen = new MessageDetailViewController;
         screen->messageID = 7;
-        nav->setViewControllers({screen});
-        fake->platform->window().setRootViewController(nav);
-        fake->platform->window().makeKeyAndVisible();
-        fake->run(0);
-        return screen;
+        return mount(screen);
     }
 };
 
