@@ -354,12 +354,13 @@ private slots:
         QVERIFY(sent.url.endsWith("/?do=farmer/register"));
         QVERIFY(!sent.hasHeader("Authorization"));
         const QJsonObject body = bodyOf(sent);
-        const QJsonArray fields{QJsonObject{{"range", "12"}, {"produceId", 1}, {"name", "Buğday"}, {"aps", QJsonArray{101, 103}}},
-                                QJsonObject{{"range", "5"}, {"id", 2}, {"name", "Arpa"}, {"aps", QJsonArray()}}};
+        const QJsonArray fields{
+            QJsonObject{{"range", "12"}, {"produceId", 1}, {"name", "Buğday"}, {"aps", QJsonArray{101, 103}}},
+            QJsonObject{{"range", "5"}, {"id", 2}, {"name", "Arpa"}, {"aps", QJsonArray()}}};
         QCOMPARE(body, (QJsonObject{{"countyId", 4299}, // the last "Karatay"
-                                    {"deviceType", 2}, {"email", ""}, {"hash", "h-123"}, {"term", "yes"}, {"fields", fields},
-                                    {"etk-sms", "1"}, {"etk-email", "1"}, {"etk-advertising", "0"},
-                                    {"firstName", "Mehmet"}, {"lastName", "Kaya"}}));
+                                    {"deviceType", 2}, {"email", ""}, {"hash", "h-123"}, {"term", "yes"},
+                                    {"fields", fields}, {"firstName", "Mehmet"}, {"lastName", "Kaya"},
+                                    {"etk-sms", "1"}, {"etk-email", "1"}, {"etk-advertising", "0"}}));
 
         // A rejection keeps everything for another press, with the same hash.
         QCOMPARE(alertText(), QStringLiteral("Uyarı|Telefon doğrulamanızın süresi doldu."));
