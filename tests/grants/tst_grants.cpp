@@ -174,7 +174,6 @@ private slots:
         detail->showDocs();
         auto* docs = qobject_cast<grants::GrantDocsViewController*>(nav->topViewController());
         QVERIFY(docs);
-        QCOMPARE(docs->title(), QStringLiteral("Başvuru Belgeleri"));
         QCOMPARE(docs->tblDocs->cellForRow(1).values.value("lblTitle").toString(), QStringLiteral("Taahhütname"));
         docs->tblDocs->selectRow(0);
         auto* document = qobject_cast<grants::GrantDocDetailViewController*>(docs->presentedViewController());

@@ -136,17 +136,11 @@ private slots:
         QCOMPARE(fake->alert()->message(), QStringLiteral("T.C. kimlik numarası geçersiz."));
     }
 
-    void dealerReadFailureIsTold() {
+    void aFailedDealerReadIsToldAndABadgeBroadcastEndsTheApplication() {
         fake->http->on("dealer/information", jsonReply(QJsonObject{}, 500));
         show(new DealerViewController);
         fake->run(0);
         QCOMPARE(fake->alert()->message(), QStringLiteral("Bilinmeyen bir hata oluştu"));
-    }
-
-    void aBadgeBroadcastAfterTheDealerScreenEndsTheApplication() {
-        fake->http->on("dealer/information", jsonReply(envelope(QJsonObject{})));
-        show(new DealerViewController);
-        fake->run(0);
         QVERIFY(fake->endings.isEmpty());
         try {
             platform::Platform::current().notificationCenter().postNotificationName("checkNotifBadge");

@@ -66,7 +66,6 @@ private slots:
         auto* screen = new WeatherDetailViewController;
         nav = show(screen);
         fake->run(0);
-        QCOMPARE(screen->title(), QStringLiteral("Hava Durumu"));
         QCOMPARE(screen->lblWeatherLocation->text(), QStringLiteral("Polatlı"));
         QCOMPARE(screen->collectionWeather->numberOfRows(), 6);
         const QVariantMap cell = screen->dayCell(0);
