@@ -1,5 +1,4 @@
-// The content feeds end to end: the real application in-process, offscreen, against the real reference
-// service, driven through the object contract as a farmer would.
+// The news, events, legal pages and videos as a farmer reads them.
 
 #include "EndToEnd.h"
 #include "events/EventDetailViewController.h"
@@ -37,12 +36,10 @@ private slots:
             if (shown.contains(c->mapToScene(QPointF(c->width() / 2, c->height() / 2)))) cell = c;
         QVERIFY(cell);
         const QString header = textOf(cell, "lblContent");
-        tapItem(window(), cell);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "NewsDetailViewController"), 5000);
+        tapUntilShown(cell, "NewsDetailViewController");
         QTRY_COMPARE_WITH_TIMEOUT(itemNamed(window(), "lblTitle")->property("text").toString(), header, 5000);
         shoot(QStringLiteral("news-detail"), 800);
-        tap("backButton");
-        QTRY_VERIFY(!itemNamed(window(), "NewsDetailViewController"));
+        tapUntilGone("backButton", "NewsDetailViewController");
     }
 
     void eventFromTheSliderPageIsJoined() {
@@ -54,8 +51,7 @@ private slots:
         for (QQuickItem* cell : cells("EventCell"))
             if (textOf(cell, "lblTitle") == QStringLiteral("Mısır Tarla Günü")) row = cell;
         QVERIFY(row);
-        tapItem(window(), row);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "EventDetailViewController"), 5000);
+        tapUntilShown(row, "EventDetailViewController");
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "btnAccept"), 5000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 15000);
         tap("btnAccept");
@@ -64,9 +60,7 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(detail->btnAccept->image(), QStringLiteral("check"), 5000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 15000);
         shoot(QStringLiteral("events-joined"), 500);
-        // Back on the list, the answer shows.
-        tap("backButton");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "EventDetailViewController"), 5000);
+        tapUntilGone("backButton", "EventDetailViewController");
     }
 
     void legalPagesAndTheGuide() {
@@ -77,18 +71,15 @@ private slots:
                                 QStringLiteral("Kişisel Verilerin Korunması ve İşlenmesi Aydınlatma Metni"),
                                 QStringLiteral("Yarışma Şart ve Koşullar")};
         for (int i = 0; i < 3; ++i) {
-            tapItem(window(), cells("InfoCell").at(i));
-            QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "InfoDetailViewController"), 5000);
+            tapUntilShown(cells("InfoCell").at(i), "InfoDetailViewController");
             QTRY_COMPARE_WITH_TIMEOUT(itemNamed(window(), "navBar")->property("text").toString(), names.at(i), 5000);
             QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 20000);
             shoot(QStringLiteral("info-page-%1").arg(i + 1));
-            tap("close");
-            QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "InfoDetailViewController"), 5000);
+            tapUntilGone("close", "InfoDetailViewController");
         }
         tap("openSiteGuide");
         QTRY_COMPARE_WITH_TIMEOUT(cells("HeaderCell1").size(), 2, 5000);
-        tapItem(window(), cells("ButtonToShowHide").at(1));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "textLabel"), 5000);
+        tapUntilShown(cells("ButtonToShowHide").at(1), "textLabel");
         QVERIFY(textOf("textLabel").contains(QStringLiteral("Üç kez")) ||
                 textOf("textLabel").contains(QStringLiteral("orijinal ambalaj")));
         shoot(QStringLiteral("info-guide"));
@@ -99,10 +90,8 @@ private slots:
         auto& device = videos::DeviceOrientation::current();
         openMenu("Videolar", "VideoViewController");
         QTRY_COMPARE_WITH_TIMEOUT(listCount("tblVideo"), 4, 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        shoot(QStringLiteral("videos-list"), 500);
-        tapItem(window(), cells("VideoCell").first());
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "PlayerViewController"), 5000);
+        shootSettled(QStringLiteral("videos-list"), 500);
+        tapUntilShown(cells("VideoCell").first(), "PlayerViewController");
         QVERIFY(device.interfaceIsLandscape());
         QTRY_COMPARE_WITH_TIMEOUT(itemNamed(window(), "playbackState")->property("text").toString(), QStringLiteral("Oynatılıyor"), 8000);
         QCOMPARE(itemNamed(window(), "playerStage")->rotation(), 90.0);
@@ -112,8 +101,7 @@ private slots:
         QCOMPARE(app->platform().application().supportedInterfaceOrientations(), 2);
         QTRY_COMPARE(itemNamed(window(), "playerStage")->rotation(), 0.0);
         saveScreenshot(window(), QStringLiteral("videos-ended"));
-        tap("close");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "PlayerViewController"), 5000);
+        tapUntilGone("close", "PlayerViewController");
         // Back on the list, still in portrait.
         QCOMPARE(app->platform().application().supportedInterfaceOrientations(), 2);
     }

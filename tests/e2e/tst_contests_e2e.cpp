@@ -1,6 +1,5 @@
-// Contests end to end: the real application in-process, offscreen, against the real reference
-// service. The demo farmer enters the running contest and answers each kind of question, and reads the
-// winners of the finished one.
+// The demo farmer answers each kind of question of the running contest and reads the finished one's
+// winners.
 
 #include "EndToEnd.h"
 #include "contests/ImagePickerController.h"
@@ -35,55 +34,45 @@ private slots:
         QCOMPARE(action("Hububatta Yaprak Hastalıkları Yarışması"), QStringLiteral("SONUÇLAR"));
         shootSettled(QStringLiteral("contests-list"));
 
-        // The one to come refuses.
         tapItem(window(), game("Kışlık Sebze Fotoğraf Yarışması"));
         QTRY_COMPARE(alertText(), QStringLiteral("Bu yarışma henüz başlamamıştır."));
         dismissAlert();
 
-        // The running one: a choice.
-        tapItem(window(), game("Sonbahar Ekimi Bilgi Yarışması"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "QuestionsViewController"), 5000);
+        tapUntilShown(game("Sonbahar Ekimi Bilgi Yarışması"), "QuestionsViewController");
         QTRY_COMPARE_WITH_TIMEOUT(textOf("lblQuestionNumber"), QStringLiteral("1/4"), 5000);
         settle();
         tapCell("AnswerCell", "lblAnswer", QStringLiteral("18-25 kg"));
         QTRY_VERIFY(itemNamed(window(), "imgCheck"));
         saveScreenshot(window(), QStringLiteral("contests-choice"));
-        tap("buttonSubmit");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewResult"), 5000);
+        tapUntilShown("buttonSubmit", "viewResult");
         QCOMPARE(textOf("lblResultTrue"), QStringLiteral("1 Doğru"));
         QCOMPARE(textOf("lblResultFalse"), QStringLiteral("0 Yanlış"));
         shootSettled(QStringLiteral("contests-result-panel"));
         tap("closeResultView");
 
-        // A written answer.
         QTRY_COMPARE(textOf("lblQuestionNumber"), QStringLiteral("2/4"));
         typeInto("textAnswer", QStringLiteral("Süne gördük"));
         tapItem(window(), itemNamed(window(), "viewQuestion"));
         shootSettled(QStringLiteral("contests-text"));
-        tap("buttonSubmit");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewResult"), 5000);
+        tapUntilShown("buttonSubmit", "viewResult");
         tap("closeResultView");
 
-        // The choice with a text behind it.
         QTRY_COMPARE(textOf("lblQuestionNumber"), QStringLiteral("3/4"));
         tapCell("AnswerCell", "lblAnswer", QStringLiteral("Diğer (yazınız)"));
         QTRY_VERIFY(itemNamed(window(), "AnswerTextCell"));
         typeInto("textAnswer", QStringLiteral("Geçen güz"));
         tapItem(window(), itemNamed(window(), "viewQuestion"));
         shootSettled(QStringLiteral("contests-text-choice"));
-        tap("buttonSubmit");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewResult"), 5000);
+        tapUntilShown("buttonSubmit", "viewResult");
         tap("closeResultView");
 
-        // A photograph from the library.
         QTRY_COMPARE(textOf("lblQuestionNumber"), QStringLiteral("4/4"));
         QCOMPARE(itemNamed(window(), "buttonSubmit")->property("text").toString(), QStringLiteral("Onayla"));
         tap("addImage");
         dismissAlert();
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "PhotoCell"), 5000);
         shootSettled(QStringLiteral("contests-picker"));
-        tap("PhotoCell");
-        QTRY_VERIFY(itemNamed(window(), "buttonRePhoto"));
+        tapUntilShown("PhotoCell", "buttonRePhoto");
         shootSettled(QStringLiteral("contests-photo"));
         tap("buttonSubmit");
 
@@ -101,20 +90,17 @@ private slots:
         QVERIFY(answers[3]["upload"].is_string());
 
         // The finished contest: the winners, the farmer among them, and his congratulation.
-        tapItem(window(), game("Hububatta Yaprak Hastalıkları Yarışması"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "lblCongrats"), 5000);
+        tapUntilShown(game("Hububatta Yaprak Hastalıkları Yarışması"), "lblCongrats");
         QTRY_COMPARE(cells("ScoreCell").size(), 3);
         QQuickItem* me = itemsNamed(cells("ScoreCell").at(1), "lblName").first();
         QCOMPARE(me->property("text").toString(), QString::fromStdString(server::accounts::demoAccount("farmer").fullname));
         QCOMPARE(me->property("color").value<QColor>(), QColor(0, 144, 197));
         shootSettled(QStringLiteral("contests-winners"));
-        tap("goHome");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "GameViewController"), 5000);
+        tapUntilShown("goHome", "GameViewController");
 
         // The running contest has no draw yet: its end date.
         settle();
-        tapItem(window(), game("Sonbahar Ekimi Bilgi Yarışması"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewInfo"), 5000);
+        tapUntilShown(game("Sonbahar Ekimi Bilgi Yarışması"), "viewInfo");
         QVERIFY(!itemNamed(window(), "lblCongrats"));
         shootSettled(QStringLiteral("contests-waiting"));
     }

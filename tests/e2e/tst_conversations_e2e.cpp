@@ -1,6 +1,5 @@
-// Conversations end to end: the real application in-process, offscreen, against the real reference
-// service. The demo farmer asks with a picture, the agronomist answers and confirms, the farmer reads
-// the answer; a video goes up with its preview; another farmer cannot reach the subject.
+// The demo farmer asks with a picture, the agronomist answers and confirms, the farmer reads the
+// answer; a video goes up with its preview; another farmer cannot reach the subject.
 
 #include "EndToEnd.h"
 #include "contests/ImagePickerController.h"
@@ -38,19 +37,14 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(cells("MessageCell").size(), 3, 5000);
         shootSettled(QStringLiteral("conversations-list"), 600);
 
-        // A new question with a picture.
-        tap("btnNewMessage");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "NewMessageViewController"), 5000);
+        tapUntilShown("btnNewMessage", "NewMessageViewController");
         typeInto("txtQuestion", QStringLiteral("Arpada yaprak lekesi"));
         typeInto("txtDescription", QStringLiteral("Yapraklarda kahverengi lekeler var."), true);
-        tap("btnImage");
-        QTRY_VERIFY(itemNamed(window(), "alert"));
+        tapUntilShown("btnImage", "alert");
         tapAlertButton(QStringLiteral("Fotoğraf Seç"));
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "PhotoCell"), 5000);
-        tap("PhotoCell");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "ImagePickerController"), 5000);
-        tap("doneButtonPressed");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "NewMessageViewController"), 8000);
+        tapUntilGone("PhotoCell", "ImagePickerController");
+        tapUntilGone("doneButtonPressed", "NewMessageViewController", 8000);
         QTRY_COMPARE_WITH_TIMEOUT(cells("MessageCell").size(), 4, 5000);
         const std::int64_t subject = db().scalar("SELECT id FROM subjects WHERE title = 'Arpada yaprak lekesi'");
         QCOMPARE(db().scalar("SELECT COUNT(*) FROM messages WHERE subject_id = ? AND image LIKE '/omr/uploads/%.jpg'", {subject}),
@@ -71,12 +65,10 @@ private slots:
         QCOMPARE(textOf(row, "lblName"), QStringLiteral("Hasan Doğru"));
         QCOMPARE(textOf(row, "lblReadCheck"), QStringLiteral("İLETİLDİ"));
         shootSettled(QStringLiteral("conversations-list-agronomist"), 600);
-        tapItem(window(), row);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "OutgoingMediaCell"), 5000);
+        tapUntilShown(row, "OutgoingMediaCell");
         QTRY_COMPARE(textOf(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Soru cevaplandı mı?"));
         typeInto("txtMessage", QStringLiteral("Arpa yaprak lekesi için fungisit uygulayın."));
-        tap("btnSend");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "IncomingTextCell"), 5000);
+        tapUntilShown("btnSend", "IncomingTextCell");
         tap("buttonAction");
         QTRY_COMPARE_WITH_TIMEOUT(textOf(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Cevaplandı"), 5000);
 
@@ -86,16 +78,14 @@ private slots:
         settle(600);
         QTRY_VERIFY_WITH_TIMEOUT((row = cellTitled(QStringLiteral("Arpada yaprak lekesi"))), 5000);
         QCOMPARE(textOf(row, "lblReadCheck"), QStringLiteral("CEVAPLANDI"));
-        tapItem(window(), row);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "IncomingTextCell"), 5000);
+        tapUntilShown(row, "IncomingTextCell");
         QCOMPARE(textOf(itemNamed(window(), "IncomingTextCell"), "lblMessage"), QStringLiteral("Arpa yaprak lekesi için fungisit uygulayın."));
         QCOMPARE(textOf(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Bu cevap size yardımcı oldu mu?"));
         QCOMPARE(textOf(itemNamed(window(), "IncomingMoreCell"), "buttonAction"), QStringLiteral("Daha Fazla Bilgi"));
         shootSettled(QStringLiteral("conversations-thread"), 600);
 
         // A video goes up from its file with its preview; the thread does not reload by itself.
-        tap("btnVideo");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "VideoCell"), 5000);
+        tapUntilShown("btnVideo", "VideoCell");
         tap("VideoCell");
         QTRY_COMPARE_WITH_TIMEOUT(db().scalar("SELECT COUNT(*) FROM messages WHERE subject_id = ? AND video IS NOT NULL", {subject}),
                                   std::int64_t(1), 15000);

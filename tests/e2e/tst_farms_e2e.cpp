@@ -1,5 +1,4 @@
-// The farm list and the bell, end to end: the real application in-process, offscreen, against the
-// real reference service, driven through the object contract as a farmer would.
+// The farm list and the bell, as a farmer uses them.
 
 #include "EndToEnd.h"
 #include "farms/FarmsViewController.h"
@@ -15,7 +14,6 @@ private slots:
 
     void farmerAddsEditsAndDeletesFarms() {
         openFarms();
-        // The demo farmer's two farms and the adding cell.
         QTRY_COMPARE_WITH_TIMEOUT(cards().size(), 2, 5000);
         QVERIFY(itemNamed(window(), "NewFarmCell"));
         QVERIFY(!itemNamed(window(), "lblProductAlert"));
@@ -25,24 +23,19 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(cards().at(0), "imgBack").value(0)->property("status").toInt(), 1, 5000); // Image.Ready
         saveScreenshot(window(), QStringLiteral("farms-list"));
 
-        // A third farm: tomatoes with two products.
-        tapItem(window(), itemNamed(window(), "NewFarmCell"));
-        QTRY_VERIFY(itemNamed(window(), "viewNewProduce"));
+        tapUntilShown("NewFarmCell", "viewNewProduce");
         QCOMPARE(panelText("lblFarm"), QStringLiteral("Ürün Seçiniz"));
         QCOMPARE(panelText("lblProduct"), QStringLiteral("Zirai Ürün Seçiniz"));
         chooseCrop(QStringLiteral("Domates"));
         typeInto("txtFarmSize", "25");
-        tapItem(window(), itemNamed(window(), "openProductView"));
-        QTRY_VERIFY(itemNamed(window(), "viewProduct"));
+        tapUntilShown("openProductView", "viewProduct");
         tapCell("ProductCell", "textLabel", QStringLiteral("Tarvenza® 250 EC"));
         tapCell("ProductCell", "textLabel", QStringLiteral("Nodrix® 480 SC"));
         shoot(QStringLiteral("farms-products"), 200);
-        tapItem(window(), itemNamed(window(), "acceptProductView"));
-        QTRY_VERIFY(!itemNamed(window(), "viewProduct"));
+        tapUntilGone("acceptProductView", "viewProduct");
         QCOMPARE(panelText("lblProduct"), QStringLiteral("Tarvenza® 250 EC\nNodrix® 480 SC"));
         saveScreenshot(window(), QStringLiteral("farms-new-farm"));
-        tapItem(window(), itemNamed(window(), "btnNewProduce"));
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "viewNewProduce"), 5000);
+        tapUntilGone("btnNewProduce", "viewNewProduce");
         QTRY_COMPARE_WITH_TIMEOUT(cards().size(), 3, 5000);
         QCOMPARE(textOf(cards().at(2), "lblFarm"), QStringLiteral("Domates"));
         QCOMPARE(textOf(cards().at(2), "lblFarmSize"), QStringLiteral("25 dekar"));
@@ -53,9 +46,7 @@ private slots:
         QCOMPARE(itemNamed(window(), "collFarms")->y(), 32.0);
         shoot(QStringLiteral("farms-three"));
 
-        // Its size changes.
-        tapItem(window(), cards().at(2));
-        QTRY_VERIFY(itemNamed(window(), "btnUpdateProduce"));
+        tapUntilShown(cards().at(2), "btnUpdateProduce");
         QVERIFY(!itemNamed(window(), "btnNewProduce"));
         QCOMPARE(panelText("lblFarm"), QStringLiteral("Domates"));
         QCOMPARE(itemNamed(window(), "txtFarmSize")->property("text").toString(), QStringLiteral("25"));
@@ -66,8 +57,7 @@ private slots:
         QCOMPARE(textOf(cards().at(2), "lblProducts"), QStringLiteral("Tarvenza® 250 EC\nNodrix® 480 SC"));
 
         // Deleting one brings the adding cell back.
-        tapItem(window(), cards().at(1));
-        QTRY_VERIFY(itemNamed(window(), "btnDeleteProduce"));
+        tapUntilShown(cards().at(1), "btnDeleteProduce");
         tapItem(window(), itemNamed(window(), "btnDeleteProduce"));
         QTRY_COMPARE_WITH_TIMEOUT(cards().size(), 2, 5000);
         QTRY_VERIFY(itemNamed(window(), "NewFarmCell"));
@@ -75,18 +65,15 @@ private slots:
         QCOMPARE(textOf(cards().at(1), "lblFarm"), QStringLiteral("Domates"));
 
         // The service refuses a farm without a size, and its message is what the farmer reads.
-        tapItem(window(), itemNamed(window(), "NewFarmCell"));
-        QTRY_VERIFY(itemNamed(window(), "viewNewProduce"));
+        tapUntilShown("NewFarmCell", "viewNewProduce");
         chooseCrop(QStringLiteral("Mısır"));
         tapItem(window(), itemNamed(window(), "btnNewProduce"));
         QTRY_COMPARE_WITH_TIMEOUT(alertText("title"), QStringLiteral("Uyarı"), 5000);
         QCOMPARE(alertText(), QStringLiteral("Tarla büyüklüğünü girmediniz."));
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        shoot(QStringLiteral("farms-refused"));
+        shootSettled(QStringLiteral("farms-refused"), 300);
         dismissAlert();
         QVERIFY(itemNamed(window(), "viewNewProduce"));
-        tapItem(window(), itemNamed(window(), "removeNewProduceView"));
-        QTRY_VERIFY(!itemNamed(window(), "viewNewProduce"));
+        tapUntilGone("removeNewProduceView", "viewNewProduce");
         QCOMPARE(cards().size(), 2);
     }
 
@@ -103,21 +90,17 @@ private slots:
         QQuickItem* bell = itemNamed(window(), "btnNotification");
         QVERIFY(bell);
         QVERIFY(bell->width() >= 44 && bell->height() >= 44);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        shoot(QStringLiteral("farms-bell"));
+        shootSettled(QStringLiteral("farms-bell"), 300);
 
-        tapItem(window(), bell);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "NotificationViewController"), 5000);
+        tapUntilShown(bell, "NotificationViewController");
         QTRY_COMPARE_WITH_TIMEOUT(cells("NotificationCell").size(), 4, 5000);
         QVERIFY(!itemNamed(window(), "lblInfo"));
         QQuickItem* newest = cells("NotificationCell").first();
         QVERIFY(itemsNamed(newest, "lblNotification").first()->property("text").toString().startsWith(QStringLiteral("Konya ve çevresinde")));
         QVERIFY(QRegularExpression(QStringLiteral("^\\d\\d\\.\\d\\d\\.\\d{4} \\d\\d:\\d\\d$"))
                     .match(itemsNamed(newest, "lblDate").first()->property("text").toString()).hasMatch());
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        shoot(QStringLiteral("farms-notifications"));
-        tapItem(window(), itemNamed(window(), "closeView"));
-        QTRY_VERIFY(!itemNamed(window(), "NotificationViewController"));
+        shootSettled(QStringLiteral("farms-notifications"), 300);
+        tapUntilGone("closeView", "NotificationViewController");
 
         // The list left the badge alone; the next count finds them read.
         QCOMPARE(farmsScreen()->rightBarButtonItem()->badgeValue(), QStringLiteral("2"));
@@ -142,8 +125,7 @@ private:
     QString panelText(const char* name) const { return textOf(itemNamed(window(), "viewNewProduce"), name); }
 
     void chooseCrop(const QString& crop) {
-        tapItem(window(), itemNamed(window(), "openPlantsView"));
-        QTRY_VERIFY(itemNamed(window(), "viewPlant"));
+        tapUntilShown("openPlantsView", "viewPlant");
         shoot(QStringLiteral("farms-crops"), 100);
         tapCell("PlantCell", "lblPlantName", crop);
         QTRY_VERIFY(!itemNamed(window(), "viewPlant"));

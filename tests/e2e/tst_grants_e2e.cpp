@@ -1,5 +1,4 @@
-// Grant search and market prices, end to end: the real application in-process, offscreen, against the
-// real reference service, driven as a farmer would.
+// Grant search and market prices, as a farmer uses them.
 
 #include "EndToEnd.h"
 #include "grants/GrantDocDetailViewController.h"
@@ -51,16 +50,14 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 20000);
         shoot(QStringLiteral("grants-pdf"), 1200); // the viewer draws the pages
 
-        tap("sendMail");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "MailComposeViewController"), 5000);
+        tapUntilShown("sendMail", "MailComposeViewController");
         const std::string email = "hasan.dogru@ornek.com.tr";
         QCOMPARE(itemNamed(window(), "lblRecipients")->property("text").toString(), QString::fromStdString(email));
         QCOMPARE(itemNamed(window(), "lblAttachment")->property("text").toString(), QStringLiteral("grantdoc.pdf"));
         auto* composer = qobject_cast<grants::MailComposeViewController*>(document()->presentedViewController());
         QVERIFY(composer && composer->attachmentData().startsWith("%PDF-1."));
         shoot(QStringLiteral("grants-mail"));
-        tap("send");
-        QTRY_VERIFY(!itemNamed(window(), "MailComposeViewController"));
+        tapUntilGone("send", "MailComposeViewController");
         QCOMPARE(opened.size(), 1);
         QCOMPARE(opened.first().toString(), QString::fromStdString("mailto:" + email));
         tap("close");
@@ -70,8 +67,7 @@ private slots:
     void pricesFromTheHomeBySourceGroupAndPlace() {
         startApp();
         signInAs("farmer");
-        tap("openEventView");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "FarmingStockViewController"), 5000);
+        tapUntilShown("openEventView", "FarmingStockViewController");
         QCOMPARE(topIdentifier(), QStringLiteral("farmingStockVC"));
         QTRY_VERIFY_WITH_TIMEOUT(cells("StockCell").size() >= 5, 5000);
         QCOMPARE(textOf(cells("StockCell").first(), "lblName"), QStringLiteral("Domates"));
@@ -98,8 +94,7 @@ private slots:
         QCOMPARE(textOf(cells("StockCell").at(1), "lblLocation"), QStringLiteral("Konya"));
         shoot(QStringLiteral("market-pulses-konya"), 500);
 
-        tapItem(window(), cells("StockCell").at(0));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "FSDetailViewController"), 5000);
+        tapUntilShown(cells("StockCell").at(0), "FSDetailViewController");
         QCOMPARE(content()->topTitle(), QStringLiteral("Nohut"));
         QTRY_COMPARE_WITH_TIMEOUT(cells("StockCell").size(), 8, 5000); // two varieties in four cities
         QVERIFY(textOf(cells("StockCell").first(), "lblName").startsWith(QStringLiteral("Nohut - ")));

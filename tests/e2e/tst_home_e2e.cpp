@@ -1,5 +1,4 @@
-// The farmer's home and crop calendar: the real application in-process, offscreen, against the real
-// reference service, driven through the object contract as a user would.
+// The farmer's home and crop calendar, and the club member's invitation.
 
 #include "EndToEnd.h"
 #include "farms/DocumentViewController.h"
@@ -93,22 +92,18 @@ private slots:
 
         // A third farm: crop and size in the panel, then the list is full.
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        tapItem(window(), itemNamed(window(), "NewFarmCell"));
-        QTRY_VERIFY(itemNamed(window(), "viewNewProduce"));
-        tapItem(window(), itemNamed(window(), "openPlantsView"));
-        QTRY_VERIFY(itemNamed(window(), "viewPlant"));
+        tapUntilShown("NewFarmCell", "viewNewProduce");
+        tapUntilShown("openPlantsView", "viewPlant");
         screenshot(QStringLiteral("home-crop-list"));
         QQuickItem* maize = nullptr;
         for (QQuickItem* cell : cells("PlantCell"))
             if (cell->property("content").toMap().value("lblPlantName").toString() == QStringLiteral("Mısır")) maize = cell;
         QVERIFY(maize);
-        tapItem(window(), maize);
-        QTRY_VERIFY(!itemNamed(window(), "viewPlant"));
+        tapUntilGone(maize, "viewPlant");
         QCOMPARE(itemsNamed(itemNamed(window(), "viewNewProduce"), "lblFarm").first()->property("text").toString(), QStringLiteral("Mısır"));
         typeInto("txtFarmSize", "25");
         screenshot(QStringLiteral("home-new-farm"));
-        tapItem(window(), itemNamed(window(), "btnNewProduce"));
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "viewNewProduce"), 5000);
+        tapUntilGone("btnNewProduce", "viewNewProduce");
         QTRY_COMPARE_WITH_TIMEOUT(cells("FarmCell").size(), 3, 5000);
         QVERIFY(!itemNamed(window(), "NewFarmCell"));
         QVERIFY(itemNamed(window(), "lblProductAlert"));

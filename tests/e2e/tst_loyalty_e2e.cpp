@@ -1,7 +1,5 @@
-// Loyalty end to end: the real application in-process, offscreen, against the real reference service.
-// The farmer scans a package through the development camera and sees the product and its points, the
-// service credits the code once, his own QR code reads back to his code, and the club member's portal
-// opens on her balance with what she scanned.
+// A package scanned through the development camera is credited once, the farmer's own QR code reads
+// back to his code, and the club member's portal opens on her balance with what she scanned.
 
 #include "EndToEnd.h"
 #include "loyalty/ScanViewController.h"

@@ -1,5 +1,4 @@
-// A product's detail and the seed ranges, end to end: the real application in-process, offscreen,
-// against the real reference service, walked as a farmer would.
+// A product's detail, its label and representative, the seed ranges and the spray programmes.
 
 #include "EndToEnd.h"
 #include "catalogue/ProductDetailViewController.h"
@@ -45,14 +44,12 @@ private slots:
         flickToEnd();
         shoot(QStringLiteral("product-detail-last-section"), 800);
 
-        // The label as a PDF made by the service.
         screen->tableView1->selectRow(0);
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "DocumentViewerViewController"), 5000);
         QCOMPARE(content()->topTitle(), QStringLiteral("Ürün Etiketi"));
         QTRY_VERIFY_WITH_TIMEOUT(answered("/documents/catalogue/"), 15000);
         shoot(QStringLiteral("product-detail-label"), 1500);
-        tap("backButton");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "ProductDetailViewController"), 5000);
+        tapUntilShown("backButton", "ProductDetailViewController");
 
         tap("callButton");
         QTRY_COMPARE_WITH_TIMEOUT(alertText(), QStringLiteral("Size en yakın Zelmar yetkilisi Serdar Akın aranacaktır. "
@@ -79,8 +76,7 @@ private slots:
         QVERIFY(maize);
         maize->tableView2->selectRow(1);
         QTRY_COMPARE(cells("MaizeDetailAfter2Img").size(), 0);
-        tap("tableView1Cell");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "MaizeDocumentViewController"), 5000);
+        tapUntilShown("tableView1Cell", "MaizeDocumentViewController");
         QCOMPARE(content()->topTitle(), QStringLiteral("Çeşit Tanıtım Broşürü"));
         QTRY_VERIFY_WITH_TIMEOUT(answered("/documents/seeds/"), 15000);
         shoot(QStringLiteral("seeds-maize-document"), 1500);
@@ -107,7 +103,6 @@ private slots:
     void farmerReadsASprayProgramme() {
         startApp();
         signInAs("farmer");
-        // From the catalogue's home, past its location alert.
         openMenu(QStringLiteral("Bitki Koruma Ürünleri  YENİ "));
         dismissAlert();
         tap("showSprayPrograms");
@@ -117,12 +112,10 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(grid->collectionView->numberOfRows() >= 5, 5000);
         QTRY_VERIFY_WITH_TIMEOUT(cells("sprayCell").size() >= 5, 5000);
         shoot(QStringLiteral("spray-programmes"), 600);
-        tapItem(window(), cells("sprayCell").first());
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "SprayProgramWebViewController"), 5000);
+        tapUntilShown(cells("sprayCell").first(), "SprayProgramWebViewController");
         QTRY_VERIFY_WITH_TIMEOUT(answered("/site/ilaclama-programlari/bugday"), 15000);
         shoot(QStringLiteral("spray-programme-page"), 1200);
-        tap("closeButtonTapped");
-        QTRY_VERIFY(!itemNamed(window(), "SprayProgramWebViewController"));
+        tapUntilGone("closeButtonTapped", "SprayProgramWebViewController");
     }
 
 private:

@@ -1,6 +1,5 @@
-// Registration journeys: the real application in-process, offscreen, against the real reference
-// service. A new number walks the farmer's wizard to the home screen; a dealer registers, waits for
-// the company and then signs in; the notice's mail link goes to mail.
+// A new number walks the farmer's wizard to the home screen; a dealer registers, waits for the company
+// and then signs in; the notice's mail link goes to mail.
 
 #include "EndToEnd.h"
 #include "accounts/LoginViewController.h"
@@ -48,15 +47,12 @@ private slots:
         QVERIFY(!itemNamed(window(), "alert"));
         saveScreenshot(window(), QStringLiteral("register-notice"));
 
-        tap("closeETKWebView");
-        QTRY_VERIFY(!itemNamed(window(), "viewETKWeb"));
+        tapUntilGone("closeETKWebView", "viewETKWeb");
         tap("radioETK1");
         QTRY_VERIFY(login()->consentPanel()->control("radioETK1")->property("selected").toBool());
         shoot(QStringLiteral("register-permissions"), 350);
-        tap("closeETKView");
-        QTRY_VERIFY(!itemNamed(window(), "viewETK"));
+        tapUntilGone("closeETKView", "viewETK");
 
-        // The person and the place.
         QVERIFY(itemNamed(window(), "nameView"));
         tap("devamButton");
         QTRY_COMPARE(alertText(), QStringLiteral("Kişisel bilgilerinizi giriniz."));
@@ -64,10 +60,8 @@ private slots:
         QTRY_VERIFY(!itemNamed(window(), "alert"));
         enterPerson("Mehmet", "Kaya");
         shoot(QStringLiteral("register-person"), 600);
-        tap("devamButton");
-        QTRY_VERIFY(itemNamed(window(), "collFarms"));
+        tapUntilShown("devamButton", "collFarms");
 
-        // Two crops; the first with two products.
         addCrop(0, "25", {0, 1});
         addCrop(2, "40", {});
         QTRY_COMPARE(cells("FarmCell").size(), 2);
@@ -79,8 +73,7 @@ private slots:
         QTRY_COMPARE(cells("NewFarmCell").size(), 1); // the list lays the row out after the reload
         saveScreenshot(window(), QStringLiteral("register-crops"));
 
-        tap("continueToFinish");
-        QTRY_VERIFY(itemNamed(window(), "viewRegisterFinal"));
+        tapUntilShown("continueToFinish", "viewRegisterFinal");
         saveScreenshot(window(), QStringLiteral("register-final-farmer"));
         tap("completeRegistrationButton");
 
@@ -98,8 +91,7 @@ private slots:
         QCOMPARE(farms.at(0).toObject().value("name").toString(), QStringLiteral("Buğday"));
         QCOMPARE(farms.at(0).toObject().value("aps").toArray().size(), 2);
         QCOMPARE(farms.at(1).toObject().value("range").toInt(), 40);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        saveScreenshot(window(), QStringLiteral("register-farmer-home"));
+        shootSettled(QStringLiteral("register-farmer-home"), 0);
     }
 
     void dealerRegistersWaitsForActivationThenSignsIn() {
@@ -113,13 +105,11 @@ private slots:
         QTRY_VERIFY(itemNamed(window(), "viewKVKK"));
         QTRY_VERIFY_WITH_TIMEOUT(!login()->consentPanel()->webKVKK->isLoading(), 15000);
         saveScreenshot(window(), QStringLiteral("register-conditions"));
-        tap("acceptKVKK");
-        QTRY_VERIFY(itemNamed(window(), "viewETKWeb"));
+        tapUntilShown("acceptKVKK", "viewETKWeb");
         tap("closeETKWebView");
         tap("closeETKView");
         enterPerson("Selim", "Ozturk");
-        tap("devamButton");
-        QTRY_VERIFY(itemNamed(window(), "bayiBilgileriView"));
+        tapUntilShown("devamButton", "bayiBilgileriView");
         QVERIFY(!itemNamed(window(), "collFarms"));
 
         // A wrong identity number: its message under "Hata".
@@ -136,8 +126,7 @@ private slots:
         QCOMPARE(headerOf(lastRequest("dealer/check-information-field"), "Authorization"), QStringLiteral("Bearer (null)"));
 
         typeInto("tcKimlikText", "10000000146", true);
-        tap("continueToFinish");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewRegisterFinal"), 5000);
+        tapUntilShown("continueToFinish", "viewRegisterFinal");
         tap("completeRegistrationButton");
         QTRY_COMPARE_WITH_TIMEOUT(login()->registration()->completeRegistrationButton->title(), QStringLiteral("Geriye Dön"), 5000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
@@ -146,16 +135,14 @@ private slots:
         shoot(QStringLiteral("register-dealer-final"));
 
         // Back to the sign-in; until the company opens the account, the waiting panel.
-        tap("completeRegistrationButton");
-        QTRY_VERIFY(itemNamed(window(), "viewLoginPhone"));
+        tapUntilShown("completeRegistrationButton", "viewLoginPhone");
         signIn(phone);
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewRegisterFinal"), 5000);
         QCOMPARE(itemNamed(window(), "activationLabel")->property("text").toString(), Waiting);
         QVERIFY(!app->platform().defaults().contains("userInfo"));
 
         QVERIFY(service->activateDealer(phone));
-        tap("completeRegistrationButton");
-        QTRY_VERIFY(itemNamed(window(), "viewLoginPhone"));
+        tapUntilShown("completeRegistrationButton", "viewLoginPhone");
         signIn(phone);
         QTRY_COMPARE_WITH_TIMEOUT(topIdentifier(), QStringLiteral("messageVC"), 5000);
         QCOMPARE(app->platform().defaults().jsonForKey("userInfo").toObject().value("type").toString(), QStringLiteral("dealer"));
@@ -187,37 +174,30 @@ private:
         // Let the list unroll before the tap.
         QTRY_COMPARE(itemNamed(window(), "dropDownList")->height(), 250.0);
         title = first->property("title").toString();
-        tapItem(window(), first);
-        QTRY_VERIFY(!itemNamed(window(), "dropDownList"));
+        tapUntilGone(first, "dropDownList");
     }
 
     void addCrop(int plantRow, const std::string& size, const QList<int>& productRows) {
-        tapItem(window(), cells("NewFarmCell").first());
-        QTRY_VERIFY(itemNamed(window(), "viewNewProduce"));
-        tap("openPlantsView");
-        QTRY_VERIFY(itemNamed(window(), "viewPlant"));
+        tapUntilShown(cells("NewFarmCell").first(), "viewNewProduce");
+        tapUntilShown("openPlantsView", "viewPlant");
         QQuickItem* plant = nullptr;
         QTRY_VERIFY((plant = rowOf(cells("PlantCell"), plantRow)));
         if (productRows.size() > 0) saveScreenshot(window(), QStringLiteral("register-plants"));
-        tapItem(window(), plant);
-        QTRY_VERIFY(!itemNamed(window(), "viewPlant"));
+        tapUntilGone(plant, "viewPlant");
         typeInto("txtFarmSize", size);
         if (!productRows.isEmpty()) {
-            tap("openProductView");
-            QTRY_VERIFY(itemNamed(window(), "viewProduct"));
+            tapUntilShown("openProductView", "viewProduct");
             for (int row : productRows) {
                 QQuickItem* product = nullptr;
                 QTRY_VERIFY((product = rowOf(cells("ProductCell"), row)));
                 tapItem(window(), product);
             }
             saveScreenshot(window(), QStringLiteral("register-products"));
-            tap("acceptProductView");
-            QTRY_VERIFY(!itemNamed(window(), "viewProduct"));
+            tapUntilGone("acceptProductView", "viewProduct");
             QCOMPARE(login()->registration()->cropEditor()->lblProduct->text().count(u'\n'), int(productRows.size()) - 1);
             saveScreenshot(window(), QStringLiteral("register-crop-panel"));
         }
-        tap("btnNewProduce");
-        QTRY_VERIFY(!itemNamed(window(), "viewNewProduce"));
+        tapUntilGone("btnNewProduce", "viewNewProduce");
     }
 
     // Clicks the notice's "mailto:" link where it stands on screen.

@@ -1,5 +1,4 @@
-// Sign-in journeys: the real application in-process, offscreen, against the real reference service,
-// driven through the object contract as a user would (typing, tapping).
+// Sign-in journeys: the menu, the campaign, logout, a wrong code and a dealer not yet active.
 
 #include "EndToEnd.h"
 #include "accounts/Accounts.h"
@@ -35,10 +34,8 @@ private slots:
         // The campaign comes up at the next poll and closes.
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "PopupViewController"), 15000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 15000);
-        tapItem(window(), itemNamed(window(), "closePopup"));
-        QTRY_VERIFY(!itemNamed(window(), "PopupViewController"));
+        tapUntilGone("closePopup", "PopupViewController");
 
-        // The menu opens by its button and lists the rows.
         tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
         QTRY_VERIFY(root()->isMenuVisible());
         shoot(QStringLiteral("signin-farmer-menu"), 400);
@@ -46,7 +43,6 @@ private slots:
         QVERIFY2(cells.size() >= 12, qPrintable(QString::number(cells.size())));
         QCOMPARE(cells.first()->property("content").toMap().value("text").toString(), QStringLiteral("Anasayfa"));
 
-        // A row replaces the content.
         tapItem(window(), cells.at(1));
         QTRY_COMPARE(topIdentifier(), QStringLiteral("profileVC"));
         QTRY_VERIFY(!root()->isMenuVisible());
@@ -57,25 +53,15 @@ private slots:
         tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
         QTRY_VERIFY(root()->isMenuVisible());
         QTest::qWait(300);
-        tapItem(window(), itemNamed(window(), "logout"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewLogout"), 5000);
+        tapUntilShown("logout", "viewLogout");
         QVERIFY(!app->platform().defaults().contains("token"));
         QVERIFY(!app->platform().defaults().contains("userInfo"));
         shoot(QStringLiteral("signin-logout"));
         const auto logouts = sent("farmer/logout");
         QVERIFY(!logouts.empty() && logouts.back().target.find("bearer") == std::string::npos);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 8000);
-        tapItem(window(), itemNamed(window(), "loginBack"));
-        QTRY_VERIFY(!itemNamed(window(), "viewLogout"));
+        tapUntilGone("loginBack", "viewLogout");
         QVERIFY(itemNamed(window(), "txtLoginPhone"));
-    }
-
-    void dealerLandsOnMessages() {
-        startApp();
-        signIn(server::accounts::demoAccount("dealer").phone);
-        QTRY_COMPARE_WITH_TIMEOUT(topIdentifier(), QStringLiteral("messageVC"), 5000);
-        QCOMPARE(content()->topTitle(), QStringLiteral("Mesajlarım"));
-        QCOMPARE(app->platform().defaults().stringForKey("token").isEmpty(), false);
     }
 
     void wrongCodeIsRefusedWithItsMessage() {

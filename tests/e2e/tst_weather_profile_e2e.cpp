@@ -1,5 +1,5 @@
-// The weather screens, the profile and the dealer's shop data, end to end: the real application
-// in-process, offscreen, against the real reference service, driven as a farmer and a dealer would.
+// The weather screens and the profile as a farmer uses them; the dealer lands on his messages and
+// changes his shop data.
 
 #include "EndToEnd.h"
 
@@ -18,7 +18,6 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!textOf("lblWeatherLocation").isEmpty(), 8000);
         QCOMPARE(textOf("lblWeatherLocation"), QStringLiteral("Çumra"));
 
-        // The week from the home's weather card.
         openWeek();
         saveScreenshot(window(), QStringLiteral("weather-week"));
 
@@ -56,8 +55,7 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(textOf("txtCounty"), QStringLiteral("Çumra"), 5000);
         QCOMPARE(textOf("txtPhone"), QStringLiteral("05321000101"));
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        tap("btnCounty");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "dropDownList"), 3000);
+        tapUntilShown("btnCounty", "dropDownList", 3000);
         QTRY_COMPARE(itemNamed(window(), "dropDownList")->height(), 250.0);
         QQuickItem* other = nullptr;
         for (QQuickItem* row : itemsNamed(itemNamed(window(), "dropDownList"), "Cell")) {
@@ -66,8 +64,7 @@ private slots:
         }
         QVERIFY(other);
         const QString county = other->property("title").toString();
-        tapItem(window(), other);
-        QTRY_VERIFY(!itemNamed(window(), "dropDownList"));
+        tapUntilGone(other, "dropDownList");
         QTRY_COMPARE(textOf("txtCounty"), county);
         typeInto("txtMail", "hasan.dogru@ornek.com.tr", true);
         saveScreenshot(window(), QStringLiteral("profile-form"));
@@ -80,9 +77,12 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(textOf("lblWeatherLocation"), county, 8000);
     }
 
-    void dealerChangesHisShop() {
+    void dealerLandsOnMessagesAndChangesHisShop() {
         startApp();
         signInAs("dealer");
+        QTRY_COMPARE(topIdentifier(), QStringLiteral("messageVC"));
+        QCOMPARE(content()->topTitle(), QStringLiteral("Mesajlarım"));
+        QVERIFY(!app->platform().defaults().stringForKey("token").isEmpty());
         openMenu(QStringLiteral("Bayi Bilgileri"), "DealerViewController");
         QTRY_COMPARE_WITH_TIMEOUT(textOf("txtDealerName"), QStringLiteral("Erdem Tarım Zirai İlaç ve Tohumculuk"), 5000);
         QCOMPARE(textOf("txtDealerTaxNumber"), QStringLiteral("4830127965"));
@@ -100,16 +100,14 @@ private slots:
 private:
     void openWeek() {
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        tap("openWeatherDetail");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "WeatherDetailViewController"), 5000);
+        tapUntilShown("openWeatherDetail", "WeatherDetailViewController");
         QTRY_VERIFY_WITH_TIMEOUT(cells("WeatherCell").size() >= 5, 5000);
         QCOMPARE(content()->topTitle(), QStringLiteral("Hava Durumu"));
         QVERIFY(text(rowOf(cells("WeatherCell"), 0), "labelTempMax").endsWith(QStringLiteral("°C")));
         QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(rowOf(cells("WeatherCell"), 0), "imageCondition").value(0)->property("status").toInt() == 1, 5000);
     }
     void openDay() {
-        tapItem(window(), rowOf(cells("WeatherCell"), 1));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "WeatherDetailInfoViewController"), 5000);
+        tapUntilShown(rowOf(cells("WeatherCell"), 1), "WeatherDetailInfoViewController");
         QTRY_VERIFY_WITH_TIMEOUT(text(nullptr, "labelHour", true).endsWith(QStringLiteral(":00")), 5000);
         QTest::qWait(300);
     }

@@ -91,6 +91,19 @@ protected:
         QTRY_VERIFY2((item = itemNamed(window(), name)), name);
         tapItem(window(), item);
     }
+    void tap(QQuickItem* item) {
+        QVERIFY(item);
+        tapItem(window(), item);
+    }
+    // Taps the control (a name or an item), then waits for the item so named to show, or to go.
+    template <class Control> void tapUntilShown(Control control, const char* shown, int ms = 5000) {
+        tap(control);
+        QTRY_VERIFY2_WITH_TIMEOUT(itemNamed(window(), shown), shown, ms);
+    }
+    template <class Control> void tapUntilGone(Control control, const char* gone, int ms = 5000) {
+        tap(control);
+        QTRY_VERIFY2_WITH_TIMEOUT(!itemNamed(window(), gone), gone, ms);
+    }
 
     // Types into a field as the keyboard sends it (Turkish letters with their text); with replace,
     // what it held goes first.
