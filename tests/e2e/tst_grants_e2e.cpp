@@ -113,7 +113,9 @@ private:
         QVERIFY2(found, qPrintable(title));
         tapItem(window(), found);
     }
-    grants::GrantDocDetailViewController* document() const { return presented<grants::GrantDocDetailViewController>(); }
+    grants::GrantDocDetailViewController* document() const {
+        return presented<grants::GrantDocDetailViewController>();
+    }
 };
 
 EKINORA_GUI_TEST_MAIN(GrantsEndToEnd)

@@ -95,7 +95,9 @@ private slots:
     }
 
 private:
-    int scans(const QString& serial) const { return int(requestsWith("serialNumber=" + serial.toStdString()).size()); }
+    int scans(const QString& serial) const {
+        return int(requestsWith("serialNumber=" + serial.toStdString()).size());
+    }
     qint64 credits(const QString& serial, const std::string& phone) {
         return db().scalar(
             "SELECT COUNT(*) FROM loyalty_ledger WHERE serial = ? AND user_id = (SELECT id FROM users WHERE phone = ?)",

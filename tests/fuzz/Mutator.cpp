@@ -131,11 +131,6 @@ Mutated Mutator::apply(const QString& kind, const HttpResponse& base) {
         if (!data.isEmpty() && below(2)) return data.at(below(int(data.size())));
         return paths.at(below(int(paths.size())));
     };
-    // A value of the shape, else any value.
-    auto pickOrAny = [&](Shape shape) {
-        const Path p = pick(shape);
-        return p.isEmpty() ? pick(Shape::Any) : p;
-    };
     auto change = [&](const Path& p, const std::function<QJsonValue(const QJsonValue&)>& f) {
         if (p.isEmpty()) return false;
         withBody(rewrite(root, p, 0, f));
@@ -158,7 +153,9 @@ Mutated Mutator::apply(const QString& kind, const HttpResponse& base) {
     } else if (kind == QLatin1String("null")) {
         change(pick(Shape::Any), [](const QJsonValue&) { return QJsonValue(QJsonValue::Null); });
     } else if (kind == QLatin1String("empty list")) {
-        change(pickOrAny(Shape::Array), [](const QJsonValue&) { return QJsonArray{}; });
+        Path p = pick(Shape::Array);
+        if (p.isEmpty()) p = pick(Shape::Any);
+        change(p, [](const QJsonValue&) { return QJsonArray{}; });
     } else if (kind == QLatin1String("huge list")) {
         Path p = pick(Shape::Array);
         const int n = 2000 + below(3000);
@@ -174,11 +171,13 @@ Mutated Mutator::apply(const QString& kind, const HttpResponse& base) {
                 return out;
             });
     } else if (kind == QLatin1String("long text")) {
-        const Path p = pickOrAny(Shape::String);
+        Path p = pick(Shape::String);
+        if (p.isEmpty()) p = pick(Shape::Any);
         const int n = 20000 + below(200000);
         change(p, [n](const QJsonValue&) { return QString::fromUtf8("Çiftçi şİ 🌾 ").repeated(n / 12 + 1).left(n); });
     } else if (kind == QLatin1String("odd text")) {
-        const Path p = pickOrAny(Shape::String);
+        Path p = pick(Shape::String);
+        if (p.isEmpty()) p = pick(Shape::Any);
         const QString text = OddTexts.at(below(int(OddTexts.size())));
         change(p, [text](const QJsonValue&) { return text; });
     } else if (kind == QLatin1String("not JSON")) {
