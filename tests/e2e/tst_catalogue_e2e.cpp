@@ -1,17 +1,10 @@
-// The plant-protection catalogue end to end: the real application in-process, offscreen, against the
-// real reference service, walked as a farmer would: narrow by plant, then group, see the result, go
-// back, narrow by illness, switch to the grid, and search the whole catalogue.
+// The plant-protection catalogue as a farmer narrows it by plant, group and illness, and searches it.
 
 #include "EndToEnd.h"
-#include "accounts/DemoAccounts.h"
-#include "catalogue/AllProductsViewController.h"
-#include "catalogue/SelectedProductViewController.h"
 
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QTest>
 #include <cmath>
-#include <memory>
 
 using namespace ekinora;
 using namespace ekinora::testing;
@@ -30,14 +23,11 @@ private slots:
         saveScreenshot(window(), QStringLiteral("catalogue-home"));
 
         // A plant first: the panel lists every plant of the catalogue.
-        tap("bitkiAdiView");
-        QTRY_VERIFY(itemNamed(window(), "categoriesView"));
+        tapUntilShown("bitkiAdiView", "categoriesView");
         QTRY_VERIFY_WITH_TIMEOUT(rowNamed(QStringLiteral("Domates")), 5000);
-        QTest::qWait(200);
-        saveScreenshot(window(), QStringLiteral("catalogue-plants"));
-        tapItem(window(), rowNamed(QStringLiteral("Domates")));
-        QTRY_VERIFY(!itemNamed(window(), "categoriesView"));
-        QCOMPARE(labelText("plantNameLbl"), QStringLiteral("Domates"));
+        shoot(QStringLiteral("catalogue-plants"), 200);
+        tapUntilGone(rowNamed(QStringLiteral("Domates")), "categoriesView");
+        QCOMPARE(textOf("plantNameLbl"), QStringLiteral("Domates"));
         // The narrowed lists show at the next opening of the panel, once their reply is in.
         QTRY_VERIFY_WITH_TIMEOUT(answered("&plant="), 5000);
         QTest::qWait(300);
@@ -48,54 +38,45 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(rowNamed(QStringLiteral("Fungisit")), 5000);
         QVERIFY(!rowNamed(QStringLiteral("Herbisit")));
         tapItem(window(), rowNamed(QStringLiteral("Fungisit")));
-        QCOMPARE(labelText("productGrpLbl"), QStringLiteral("Fungisit"));
-        tap("selectedProductButtonTapped");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "SelectedProductViewController"), 5000);
+        QCOMPARE(textOf("productGrpLbl"), QStringLiteral("Fungisit"));
+        tapUntilShown("selectedProductButtonTapped", "SelectedProductViewController");
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "waitOverlay"), 5000);
-        QTRY_COMPARE(itemsNamed(window()->contentItem(), "topCollectionViewCell").size(), 2);
+        QTRY_COMPARE(cells("topCollectionViewCell").size(), 2);
         QTest::qWait(300);
-        QCOMPARE(itemsNamed(window()->contentItem(), "selectedProductCell").size(), 0); // no herbicide for tomatoes
+        QCOMPARE(cells("selectedProductCell").size(), 0); // no herbicide for tomatoes
         saveScreenshot(window(), QStringLiteral("catalogue-stale-result"));
 
         // Back: the labels stay, the choice behind them is gone.
-        tap("backButton");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "HomeViewController"), 5000);
-        QCOMPARE(labelText("plantNameLbl"), QStringLiteral("Domates"));
+        tapUntilShown("backButton", "HomeViewController");
+        QCOMPARE(textOf("plantNameLbl"), QStringLiteral("Domates"));
         tap("selectedProductButtonTapped");
-        QTRY_VERIFY(itemNamed(window(), "alert"));
-        QCOMPARE(itemNamed(window(), "alert")->property("message").toString(), QStringLiteral("Hiç bir tercih yapmadınız"));
-        tap("alertButton");
-        QTRY_VERIFY(!itemNamed(window(), "alert"));
+        QTRY_COMPARE(alertText(), QStringLiteral("Hiç bir tercih yapmadınız"));
+        dismissAlert();
 
         // An illness alone, on fresh lists: downy mildew's sprays and seed dressings, as a grid.
         tap("hastalikView");
         QTRY_VERIFY_WITH_TIMEOUT(rowNamed(QStringLiteral("Mildiyö")), 5000);
         tapItem(window(), rowNamed(QStringLiteral("Mildiyö")));
-        tap("selectedProductButtonTapped");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "SelectedProductViewController"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "selectedProductCell").size() > 0, 5000);
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "selectedProductCell"))
-            QVERIFY((QStringList{"Fungisit", "Tohum İlacı"}).contains(text(cell, "label2")));
-        tap("changeGridWithSender");
-        QTRY_VERIFY(itemNamed(window(), "collectionViewBottom"));
-        QTRY_VERIFY(itemsNamed(window()->contentItem(), "productCell").size() > 1);
+        tapUntilShown("selectedProductButtonTapped", "SelectedProductViewController");
+        QTRY_VERIFY_WITH_TIMEOUT(cells("selectedProductCell").size() > 0, 5000);
+        for (QQuickItem* cell : cells("selectedProductCell"))
+            QVERIFY((QStringList{"Fungisit", "Tohum İlacı"}).contains(textOf(cell, "label2")));
+        tapUntilShown("changeGridWithSender", "collectionViewBottom");
+        QTRY_VERIFY(cells("productCell").size() > 1);
         waitForPictures("productCell");
         saveScreenshot(window(), QStringLiteral("catalogue-result-grid"));
 
-        // The whole catalogue, searched.
-        tap("backButton");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "HomeViewController"), 5000);
+        tapUntilShown("backButton", "HomeViewController");
         tap("showAllProducts");
-        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "productCell").size() > 4, 5000);
-        QVERIFY(text(itemsNamed(window()->contentItem(), "productCell").first(), "label1").contains(QStringLiteral("®")));
+        QTRY_VERIFY_WITH_TIMEOUT(cells("productCell").size() > 4, 5000);
+        QVERIFY(textOf(cells("productCell").first(), "label1").contains(QStringLiteral("®")));
         waitForPictures("productCell");
         saveScreenshot(window(), QStringLiteral("catalogue-all"));
         typeInto("searchBar", "gard");
         // Rows of the earlier keystrokes go as the list settles.
         QTRY_VERIFY(allMatch("productCell", QStringLiteral("gard")));
-        tap("changeGridWithSender");
-        QTRY_VERIFY(itemNamed(window(), "collectionView"));
-        QTRY_VERIFY(itemsNamed(window()->contentItem(), "allProductCell").size() >= 3);
+        tapUntilShown("changeGridWithSender", "collectionView");
+        QTRY_VERIFY(cells("allProductCell").size() >= 3);
         waitForPictures("allProductCell");
         saveScreenshot(window(), QStringLiteral("catalogue-search-grid"));
     }
@@ -105,7 +86,7 @@ private slots:
     void picturesStayWithTheirRowsAfterScrolling() {
         openCatalogue();
         tap("showAllProducts");
-        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "productCell").size() > 4, 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(cells("productCell").size() > 4, 5000);
         waitForPictures("productCell");
         QQuickItem* list = itemNamed(window(), "tableView");
         const double end = list->property("contentHeight").toDouble() - list->height();
@@ -115,17 +96,16 @@ private slots:
         }
         list->setProperty("contentY", std::round(end / 2));
         waitForPictures("productCell");
-        QTest::qWait(300);
-        saveScreenshot(window(), QStringLiteral("catalogue-scrolled"));
+        shoot(QStringLiteral("catalogue-scrolled"));
         const QImage shot = window()->grabWindow();
         const QRectF shown = list->mapRectToScene(QRectF(0, 0, list->width(), list->height()));
         int compared = 0;
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "productCell")) {
+        for (QQuickItem* cell : cells("productCell")) {
             QQuickItem* picture = itemsNamed(cell, "imgView").value(0);
             const QRectF at = picture->mapRectToScene(QRectF(0, 0, picture->width(), picture->height()));
             if (!shown.contains(at)) continue;
             ++compared;
-            QVERIFY2(shot.copy(at.toRect()) == drawnAlone(picture, at.size().toSize()), qPrintable(text(cell, "label1")));
+            QVERIFY2(shot.copy(at.toRect()) == drawnAlone(picture, at.size().toSize()), qPrintable(textOf(cell, "label1")));
         }
         QVERIFY(compared >= 5);
     }
@@ -152,59 +132,30 @@ private:
 
     void openCatalogue() {
         startApp();
-        signIn(server::accounts::demoAccount("farmer").phone);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
-        QTRY_VERIFY(root()->isMenuVisible());
-        QTest::qWait(400);
-        QQuickItem* row = nullptr;
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "Cell"))
-            if (cell->property("content").toMap().value("text").toString() == QStringLiteral("Bitki Koruma Ürünleri  YENİ "))
-                row = cell;
-        QVERIFY(row);
-        tapItem(window(), row);
+        signInAs("farmer");
+        openMenu(QStringLiteral("Bitki Koruma Ürünleri  YENİ "));
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "HomeViewController"), 5000);
-        QTRY_VERIFY(!root()->isMenuVisible());
         QCOMPARE(topIdentifier(), QStringLiteral("HomeSB"));
         // The warning comes at each load of the screen.
-        QTRY_VERIFY(itemNamed(window(), "alert"));
-        QCOMPARE(itemNamed(window(), "alert")->property("message").toString(),
-                 QStringLiteral("Kullanmadan önce talimatları mutlaka okuyunuz!"));
-        QTest::qWait(300);
-        saveScreenshot(window(), QStringLiteral("catalogue-warning"));
-        tap("alertButton");
-        QTRY_VERIFY(!itemNamed(window(), "alert"));
+        QTRY_COMPARE(alertText(), QStringLiteral("Kullanmadan önce talimatları mutlaka okuyunuz!"));
+        shoot(QStringLiteral("catalogue-warning"));
+        dismissAlert();
         QTest::qWait(300);
     }
 
     bool allMatch(const char* cellName, const QString& needle) {
-        const auto cells = itemsNamed(window()->contentItem(), cellName);
-        for (QQuickItem* cell : cells)
-            if (!text(cell, "label1").toLower().contains(needle)) return false;
-        return cells.size() >= 3;
+        const auto found = cells(cellName);
+        for (QQuickItem* cell : found)
+            if (!textOf(cell, "label1").toLower().contains(needle)) return false;
+        return found.size() >= 3;
     }
-    bool answered(const char* fragment) {
-        for (const auto& r : service->requests())
-            if (r.target.find(fragment) != std::string::npos) return true;
-        return false;
-    }
-    QQuickItem* rowNamed(const QString& name) {
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "categories"))
-            if (text(cell, "textLabel") == name) return cell;
-        return nullptr;
-    }
-    QString text(QQuickItem* root, const char* name) {
-        const auto found = itemsNamed(root, name);
-        return found.isEmpty() ? QString() : found.first()->property("text").toString();
-    }
-    QString labelText(const char* name) { return itemNamed(window(), name)->property("text").toString(); }
+    QQuickItem* rowNamed(const QString& name) { return cellWith("categories", "textLabel", name); }
     // Cells come and go while waiting, so they are looked up afresh each time.
     void waitForPictures(const char* cellName) {
         QTRY_VERIFY_WITH_TIMEOUT(picturesReady(cellName), 5000);
     }
     bool picturesReady(const char* cellName) {
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), cellName))
+        for (QQuickItem* cell : cells(cellName))
             for (QQuickItem* image : itemsNamed(cell, "imgView"))
                 if (image->property("status").toInt() != 1) return false;
         return true;

@@ -1,16 +1,8 @@
-// The content feeds end to end: the real application in-process, offscreen, against the real reference
-// service, driven through the object contract as a farmer would.
+// The news, events, legal pages and videos as a farmer reads them.
 
 #include "EndToEnd.h"
-#include "accounts/DemoAccounts.h"
-#include "core/Server.h"
 #include "events/EventDetailViewController.h"
-#include "platform/NavigationController.h"
-#include "platform/Platform.h"
-#include "platform/SideMenuViewController.h"
 #include "videos/DeviceOrientation.h"
-
-#include <QTest>
 
 using namespace ekinora;
 using namespace ekinora::testing;
@@ -21,17 +13,14 @@ private slots:
     void init() {
         startService();
         startApp();
-        signIn(server::accounts::demoAccount("farmer").phone);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
+        signInAs("farmer");
     }
     void cleanup() { stopAll(); }
 
     void newsPagesAndOpens() {
         openMenu("Haberler", "NewsViewController");
         QTRY_COMPARE_WITH_TIMEOUT(listCount("tblNews"), 6, 5000);
-        QTest::qWait(500);
-        saveScreenshot(window(), QStringLiteral("news-list"));
+        shoot(QStringLiteral("news-list"), 500);
         // Flicks to the end of the list until the service has no more.
         for (int i = 0; i < 8 && listCount("tblNews") < 14; ++i) {
             flickUp("tblNews");
@@ -43,31 +32,26 @@ private slots:
         QQuickItem* list = itemNamed(window(), "tblNews");
         const QRectF shown = list->mapRectToScene(QRectF(0, 0, list->width(), list->height()));
         QQuickItem* cell = nullptr;
-        for (QQuickItem* c : itemsNamed(window()->contentItem(), "NewsCell"))
+        for (QQuickItem* c : cells("NewsCell"))
             if (shown.contains(c->mapToScene(QPointF(c->width() / 2, c->height() / 2)))) cell = c;
         QVERIFY(cell);
-        const QString header = text(cell, "lblContent");
-        tapItem(window(), cell);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "NewsDetailViewController"), 5000);
+        const QString header = textOf(cell, "lblContent");
+        tapUntilShown(cell, "NewsDetailViewController");
         QTRY_COMPARE_WITH_TIMEOUT(itemNamed(window(), "lblTitle")->property("text").toString(), header, 5000);
-        QTest::qWait(800);
-        saveScreenshot(window(), QStringLiteral("news-detail"));
-        tap("backButton");
-        QTRY_VERIFY(!itemNamed(window(), "NewsDetailViewController"));
+        shoot(QStringLiteral("news-detail"), 800);
+        tapUntilGone("backButton", "NewsDetailViewController");
     }
 
     void eventFromTheSliderPageIsJoined() {
         openMenu("Etkinlikler", "EventViewController");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemsNamed(window()->contentItem(), "EventCell").isEmpty(), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(!cells("EventCell").isEmpty(), 5000);
         QVERIFY(itemNamed(window(), "slider"));
-        QTest::qWait(800);
-        saveScreenshot(window(), QStringLiteral("events-list"));
+        shoot(QStringLiteral("events-list"), 800);
         QQuickItem* row = nullptr;
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "EventCell"))
-            if (text(cell, "lblTitle") == QStringLiteral("Mısır Tarla Günü")) row = cell;
+        for (QQuickItem* cell : cells("EventCell"))
+            if (textOf(cell, "lblTitle") == QStringLiteral("Mısır Tarla Günü")) row = cell;
         QVERIFY(row);
-        tapItem(window(), row);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "EventDetailViewController"), 5000);
+        tapUntilShown(row, "EventDetailViewController");
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "btnAccept"), 5000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 15000);
         tap("btnAccept");
@@ -75,38 +59,30 @@ private slots:
         QVERIFY(detail);
         QTRY_COMPARE_WITH_TIMEOUT(detail->btnAccept->image(), QStringLiteral("check"), 5000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 15000);
-        QTest::qWait(500);
-        saveScreenshot(window(), QStringLiteral("events-joined"));
-        // Back on the list, the answer shows.
-        tap("backButton");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "EventDetailViewController"), 5000);
+        shoot(QStringLiteral("events-joined"), 500);
+        tapUntilGone("backButton", "EventDetailViewController");
     }
 
     void legalPagesAndTheGuide() {
         openMenu("Bilgilendirme", "InfoViewController");
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "InfoCell").size(), 3, 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(cells("InfoCell").size(), 3, 5000);
         saveScreenshot(window(), QStringLiteral("info-list"));
         const QStringList names{QStringLiteral("Genel Kullanım Şartları"),
                                 QStringLiteral("Kişisel Verilerin Korunması ve İşlenmesi Aydınlatma Metni"),
                                 QStringLiteral("Yarışma Şart ve Koşullar")};
         for (int i = 0; i < 3; ++i) {
-            tapItem(window(), itemsNamed(window()->contentItem(), "InfoCell").at(i));
-            QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "InfoDetailViewController"), 5000);
+            tapUntilShown(cells("InfoCell").at(i), "InfoDetailViewController");
             QTRY_COMPARE_WITH_TIMEOUT(itemNamed(window(), "navBar")->property("text").toString(), names.at(i), 5000);
             QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 20000);
-            QTest::qWait(300);
-            saveScreenshot(window(), QStringLiteral("info-page-%1").arg(i + 1));
-            tap("close");
-            QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "InfoDetailViewController"), 5000);
+            shoot(QStringLiteral("info-page-%1").arg(i + 1));
+            tapUntilGone("close", "InfoDetailViewController");
         }
         tap("openSiteGuide");
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "HeaderCell1").size(), 2, 5000);
-        tapItem(window(), itemsNamed(window()->contentItem(), "ButtonToShowHide").at(1));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "textLabel"), 5000);
-        QVERIFY(itemNamed(window(), "textLabel")->property("text").toString().contains(QStringLiteral("Üç kez")) ||
-                itemNamed(window(), "textLabel")->property("text").toString().contains(QStringLiteral("orijinal ambalaj")));
-        QTest::qWait(300);
-        saveScreenshot(window(), QStringLiteral("info-guide"));
+        QTRY_COMPARE_WITH_TIMEOUT(cells("HeaderCell1").size(), 2, 5000);
+        tapUntilShown(cells("ButtonToShowHide").at(1), "textLabel");
+        QVERIFY(textOf("textLabel").contains(QStringLiteral("Üç kez")) ||
+                textOf("textLabel").contains(QStringLiteral("orijinal ambalaj")));
+        shoot(QStringLiteral("info-guide"));
         tap("closeButtonTapped");
     }
 
@@ -114,47 +90,23 @@ private slots:
         auto& device = videos::DeviceOrientation::current();
         openMenu("Videolar", "VideoViewController");
         QTRY_COMPARE_WITH_TIMEOUT(listCount("tblVideo"), 4, 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        QTest::qWait(500);
-        saveScreenshot(window(), QStringLiteral("videos-list"));
-        tapItem(window(), itemsNamed(window()->contentItem(), "VideoCell").first());
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "PlayerViewController"), 5000);
+        shootSettled(QStringLiteral("videos-list"), 500);
+        tapUntilShown(cells("VideoCell").first(), "PlayerViewController");
         QVERIFY(device.interfaceIsLandscape());
         QTRY_COMPARE_WITH_TIMEOUT(itemNamed(window(), "playbackState")->property("text").toString(), QStringLiteral("Oynatılıyor"), 8000);
         QCOMPARE(itemNamed(window(), "playerStage")->rotation(), 90.0);
-        QTest::qWait(1000);
-        saveScreenshot(window(), QStringLiteral("videos-playing"));
+        shoot(QStringLiteral("videos-playing"), 1000);
         // At the end: portrait while the player is still up.
         QTRY_VERIFY_WITH_TIMEOUT(!device.interfaceIsLandscape(), 10000);
         QCOMPARE(app->platform().application().supportedInterfaceOrientations(), 2);
         QTRY_COMPARE(itemNamed(window(), "playerStage")->rotation(), 0.0);
         saveScreenshot(window(), QStringLiteral("videos-ended"));
-        tap("close");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "PlayerViewController"), 5000);
+        tapUntilGone("close", "PlayerViewController");
         // Back on the list, still in portrait.
         QCOMPARE(app->platform().application().supportedInterfaceOrientations(), 2);
     }
 
 private:
-    void openMenu(const QString& label, const char* screen) {
-        tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
-        QTRY_VERIFY(root()->isMenuVisible());
-        QTest::qWait(400);
-        QQuickItem* row = nullptr;
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "Cell"))
-            if (cell->property("content").toMap().value("text").toString() == label) row = cell;
-        QVERIFY2(row, qPrintable(label));
-        // The lower rows of the menu are scrolled into view first.
-        QQuickItem* menu = row->parentItem();
-        while (menu && menu->objectName() != QStringLiteral("tableView")) menu = menu->parentItem();
-        QVERIFY(menu);
-        QMetaObject::invokeMethod(menu, "positionViewAtIndex", Q_ARG(int, row->property("row").toInt()), Q_ARG(int, 2));
-        QTest::qWait(200);
-        tapItem(window(), row);
-        QTRY_VERIFY_WITH_TIMEOUT(!root()->isMenuVisible(), 5000);
-        QTest::qWait(400);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), screen), 5000);
-    }
     int listCount(const char* list) const {
         QQuickItem* view = itemNamed(window(), list);
         return view ? view->property("count").toInt() : -1;
@@ -164,14 +116,8 @@ private:
         QQuickItem* view = itemNamed(window(), list);
         const QPoint start = view->mapToScene(QPointF(view->width() / 2, view->height() * 0.8)).toPoint();
         QTest::mousePress(window(), Qt::LeftButton, Qt::NoModifier, start);
-        for (int step = 1; step <= 8; ++step) {
-            QTest::mouseMove(window(), start - QPoint(0, step * 50), 8);
-        }
+        for (int step = 1; step <= 8; ++step) QTest::mouseMove(window(), start - QPoint(0, step * 50), 8);
         QTest::mouseRelease(window(), Qt::LeftButton, Qt::NoModifier, start - QPoint(0, 400), 8);
-    }
-    static QString text(QQuickItem* within, const char* name) {
-        const auto found = within ? itemsNamed(within, name) : QList<QQuickItem*>{};
-        return found.isEmpty() ? QString() : found.first()->property("text").toString();
     }
 };
 

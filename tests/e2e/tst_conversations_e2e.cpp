@@ -1,19 +1,12 @@
-// Conversations end to end: the real application in-process, offscreen, against the real reference
-// service. The demo farmer asks with a picture, the agronomist answers and confirms, the farmer reads
-// the answer; a video goes up with its preview; another farmer cannot reach the subject.
+// The demo farmer asks with a picture, the agronomist answers and confirms, the farmer reads the
+// answer; a video goes up with its preview; another farmer cannot reach the subject.
 
 #include "EndToEnd.h"
-#include "accounts/DemoAccounts.h"
 #include "contests/ImagePickerController.h"
 #include "conversations/MessageRequest.h"
 #include "conversations/VideoPickerController.h"
-#include "core/Database.h"
-#include "core/Server.h"
-#include "platform/NavigationController.h"
 
 #include <QImage>
-#include <QTemporaryDir>
-#include <QTest>
 #include <httplib.h>
 
 using namespace ekinora;
@@ -23,9 +16,7 @@ class ConversationsEndToEnd : public EndToEnd {
     Q_OBJECT
 private slots:
     void init() {
-        options.dbPath = dbDir.filePath(QStringLiteral("service.db")).toStdString();
-        QFile::remove(QString::fromStdString(options.dbPath));
-        startService(options);
+        startStoredService();
         QImage leaf(480, 360, QImage::Format_RGB32);
         leaf.fill(QColor(196, 170, 70));
         for (int y = 0; y < 360; y += 18) for (int x = 0; x < 480; ++x) leaf.setPixelColor(x, y, QColor(90, 120, 40));
@@ -35,32 +26,26 @@ private slots:
         QVERIFY(QFile::copy(sourceFile(QStringLiteral("../conversations/tarla.mp4")), videos.filePath(QStringLiteral("tarla.mp4"))));
         conversations::VideoPickerController::setLibraryFolder(videos.path());
     }
-    void cleanup() {
-        m_db.reset();
-        stopAll();
-    }
+    void cleanup() { stopAll(); }
 
     void farmerAsksWithAPictureAndReadsTheAnswer() {
         const std::string farmer = server::accounts::demoAccount("farmer").phone;
-        openMessages(farmer);
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "MessageCell").size(), 3, 5000);
-        settle();
-        saveScreenshot(window(), QStringLiteral("conversations-list"));
+        startApp();
+        signIn(farmer);
+        openMenu(QStringLiteral("Mesajlarım"), "MessageViewController");
+        settle(600);
+        QTRY_COMPARE_WITH_TIMEOUT(cells("MessageCell").size(), 3, 5000);
+        shootSettled(QStringLiteral("conversations-list"), 600);
 
-        // A new question with a picture.
-        tap("btnNewMessage");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "NewMessageViewController"), 5000);
-        typeText("txtQuestion", QStringLiteral("Arpada yaprak lekesi"));
-        typeText("txtDescription", QStringLiteral("Yapraklarda kahverengi lekeler var."), true);
-        tap("btnImage");
-        QTRY_VERIFY(itemNamed(window(), "alert"));
+        tapUntilShown("btnNewMessage", "NewMessageViewController");
+        typeInto("txtQuestion", QStringLiteral("Arpada yaprak lekesi"));
+        typeInto("txtDescription", QStringLiteral("Yapraklarda kahverengi lekeler var."), true);
+        tapUntilShown("btnImage", "alert");
         tapAlertButton(QStringLiteral("Fotoğraf Seç"));
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "PhotoCell"), 5000);
-        tap("PhotoCell");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "ImagePickerController"), 5000);
-        tap("doneButtonPressed");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "NewMessageViewController"), 8000);
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "MessageCell").size(), 4, 5000);
+        tapUntilGone("PhotoCell", "ImagePickerController");
+        tapUntilGone("doneButtonPressed", "NewMessageViewController", 8000);
+        QTRY_COMPARE_WITH_TIMEOUT(cells("MessageCell").size(), 4, 5000);
         const std::int64_t subject = db().scalar("SELECT id FROM subjects WHERE title = 'Arpada yaprak lekesi'");
         QCOMPARE(db().scalar("SELECT COUNT(*) FROM messages WHERE subject_id = ? AND image LIKE '/omr/uploads/%.jpg'", {subject}),
                  std::int64_t(1));
@@ -77,35 +62,30 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "MessageViewController"), 8000);
         QQuickItem* row = nullptr;
         QTRY_VERIFY_WITH_TIMEOUT((row = cellTitled(QStringLiteral("Arpada yaprak lekesi"))), 5000);
-        QCOMPARE(childText(row, "lblName"), QStringLiteral("Hasan Doğru"));
-        QCOMPARE(childText(row, "lblReadCheck"), QStringLiteral("İLETİLDİ"));
-        settle();
-        saveScreenshot(window(), QStringLiteral("conversations-list-agronomist"));
-        tapItem(window(), row);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "OutgoingMediaCell"), 5000);
-        QTRY_COMPARE(childText(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Soru cevaplandı mı?"));
-        typeText("txtMessage", QStringLiteral("Arpa yaprak lekesi için fungisit uygulayın."));
-        tap("btnSend");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "IncomingTextCell"), 5000);
+        QCOMPARE(textOf(row, "lblName"), QStringLiteral("Hasan Doğru"));
+        QCOMPARE(textOf(row, "lblReadCheck"), QStringLiteral("İLETİLDİ"));
+        shootSettled(QStringLiteral("conversations-list-agronomist"), 600);
+        tapUntilShown(row, "OutgoingMediaCell");
+        QTRY_COMPARE(textOf(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Soru cevaplandı mı?"));
+        typeInto("txtMessage", QStringLiteral("Arpa yaprak lekesi için fungisit uygulayın."));
+        tapUntilShown("btnSend", "IncomingTextCell");
         tap("buttonAction");
-        QTRY_COMPARE_WITH_TIMEOUT(childText(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Cevaplandı"), 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(textOf(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Cevaplandı"), 5000);
 
         // The farmer reads the answer and the closing row.
         switchAccount(farmer);
-        openMessagesFromMenu();
+        openMenu(QStringLiteral("Mesajlarım"), "MessageViewController");
+        settle(600);
         QTRY_VERIFY_WITH_TIMEOUT((row = cellTitled(QStringLiteral("Arpada yaprak lekesi"))), 5000);
-        QCOMPARE(childText(row, "lblReadCheck"), QStringLiteral("CEVAPLANDI"));
-        tapItem(window(), row);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "IncomingTextCell"), 5000);
-        QCOMPARE(childText(itemNamed(window(), "IncomingTextCell"), "lblMessage"), QStringLiteral("Arpa yaprak lekesi için fungisit uygulayın."));
-        QCOMPARE(childText(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Bu cevap size yardımcı oldu mu?"));
-        QCOMPARE(childText(itemNamed(window(), "IncomingMoreCell"), "buttonAction"), QStringLiteral("Daha Fazla Bilgi"));
-        settle();
-        saveScreenshot(window(), QStringLiteral("conversations-thread"));
+        QCOMPARE(textOf(row, "lblReadCheck"), QStringLiteral("CEVAPLANDI"));
+        tapUntilShown(row, "IncomingTextCell");
+        QCOMPARE(textOf(itemNamed(window(), "IncomingTextCell"), "lblMessage"), QStringLiteral("Arpa yaprak lekesi için fungisit uygulayın."));
+        QCOMPARE(textOf(itemNamed(window(), "IncomingMoreCell"), "labelQuestion"), QStringLiteral("Bu cevap size yardımcı oldu mu?"));
+        QCOMPARE(textOf(itemNamed(window(), "IncomingMoreCell"), "buttonAction"), QStringLiteral("Daha Fazla Bilgi"));
+        shootSettled(QStringLiteral("conversations-thread"), 600);
 
         // A video goes up from its file with its preview; the thread does not reload by itself.
-        tap("btnVideo");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "VideoCell"), 5000);
+        tapUntilShown("btnVideo", "VideoCell");
         tap("VideoCell");
         QTRY_COMPARE_WITH_TIMEOUT(db().scalar("SELECT COUNT(*) FROM messages WHERE subject_id = ? AND video IS NOT NULL", {subject}),
                                   std::int64_t(1), 15000);
@@ -118,8 +98,7 @@ private slots:
 
     void aLargeVideoGoesUpStreamed() {
         startApp();
-        signIn(server::accounts::demoAccount("farmer").phone);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
+        signInAs("farmer");
         const std::int64_t subject = db().scalar("SELECT MIN(s.id) FROM subjects s JOIN users u ON u.id = s.user_id"
                                                  " WHERE u.phone = ?", {server::accounts::demoAccount("farmer").phone});
         // A 48 MiB video: its first box, then filler.
@@ -160,25 +139,8 @@ private slots:
     }
 
 private:
-    QTemporaryDir dbDir;
     QTemporaryDir photos;
     QTemporaryDir videos;
-    server::ServerOptions options;
-    std::unique_ptr<server::Database> m_db;
-
-    server::Database& db() {
-        if (!m_db) m_db = std::make_unique<server::Database>(options.dbPath);
-        return *m_db;
-    }
-
-    // A file beside this source; the compiler may name the source relative to the build folder, the
-    // parent of the tests' own.
-    static QString sourceFile(const QString& relative) {
-        const QFileInfo self(QStringLiteral(__FILE__));
-        const QString folder = self.isAbsolute() ? self.path()
-                                                 : QCoreApplication::applicationDirPath() + QStringLiteral("/../") + self.path();
-        return QDir(folder).filePath(relative);
-    }
 
     static qint64 residentBytes() {
         QFile status(QStringLiteral("/proc/self/status"));
@@ -189,33 +151,6 @@ private:
         return 0;
     }
 
-    void settle() {
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        QTest::qWait(600);
-    }
-
-    void openMessages(const std::string& phone) {
-        startApp();
-        signIn(phone);
-        openMessagesFromMenu();
-    }
-
-    void openMessagesFromMenu() {
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
-        QTRY_VERIFY(root()->isMenuVisible());
-        QTest::qWait(400);
-        QQuickItem* row = nullptr;
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "Cell"))
-            if (cell->property("content").toMap().value("text").toString() == QStringLiteral("Mesajlarım")) row = cell;
-        QVERIFY(row);
-        tapItem(window(), row);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "MessageViewController"), 5000);
-        QTRY_VERIFY(!root()->isMenuVisible());
-        settle();
-    }
-
     // Signed out by a fresh start on new settings, then signed in with the other account.
     void switchAccount(std::string phone) {
         app.reset();
@@ -224,32 +159,7 @@ private:
         signIn(phone);
     }
 
-    void tapAlertButton(const QString& title) {
-        QQuickItem* alert = itemNamed(window(), "alert");
-        for (QQuickItem* button : itemsNamed(alert, "alertButton"))
-            if (button->property("text").toString() == title) return tapItem(window(), button);
-        QFAIL(qPrintable(title));
-    }
-
-    void typeText(const char* field, const QString& typed, bool replace = false) {
-        QQuickItem* item = nullptr;
-        QTRY_VERIFY((item = itemNamed(window(), field)));
-        tapItem(window(), item);
-        QTRY_VERIFY(item->hasActiveFocus());
-        if (replace) item->setProperty("text", QString());
-        for (QChar c : typed) QTest::sendKeyEvent(QTest::Click, window(), Qt::Key_unknown, QString(c), Qt::NoModifier);
-        QTRY_COMPARE(item->property("text").toString(), typed);
-    }
-
-    static QString childText(QQuickItem* within, const char* name) {
-        const auto found = within ? itemsNamed(within, name) : QList<QQuickItem*>{};
-        return found.isEmpty() ? QString() : found.first()->property("text").toString();
-    }
-    QQuickItem* cellTitled(const QString& title) const {
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "MessageCell"))
-            if (childText(cell, "lblMessage") == title) return cell;
-        return nullptr;
-    }
+    QQuickItem* cellTitled(const QString& title) const { return cellWith("MessageCell", "lblMessage", title); }
 };
 
 EKINORA_GUI_TEST_MAIN(ConversationsEndToEnd)

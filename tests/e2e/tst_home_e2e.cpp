@@ -1,19 +1,10 @@
-// The farmer's home and crop calendar: the real application in-process, offscreen, against the real
-// reference service, driven through the object contract as a user would.
+// The farmer's home and crop calendar, and the club member's invitation.
 
 #include "EndToEnd.h"
-#include "accounts/DemoAccounts.h"
-#include "core/Server.h"
 #include "farms/DocumentViewController.h"
 #include "farms/ProductDetailViewController.h"
-#include "platform/Platform.h"
-#include "platform/SideMenuViewController.h"
-#include "platform/NavigationController.h"
 
 #include <QDate>
-#include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace ekinora;
 using namespace ekinora::testing;
@@ -34,10 +25,10 @@ private slots:
 
         // Today's weather for his county, and his two farms with their periods.
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "ViewController"), 5000);
-        QTRY_COMPARE_WITH_TIMEOUT(text("lblWeatherLocation"), QStringLiteral("Çumra"), 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(textOf("lblWeatherLocation"), QStringLiteral("Çumra"), 5000);
         const QDate today = QDate::currentDate();
-        QTRY_COMPARE(text("lblWeatherDate"), QStringLiteral("%1.%2.%3").arg(today.day()).arg(today.month()).arg(today.year()));
-        QVERIFY(QRegularExpression(QStringLiteral("^-?\\d+$")).match(text("lblWeatherTemprature")).hasMatch());
+        QTRY_COMPARE(textOf("lblWeatherDate"), QStringLiteral("%1.%2.%3").arg(today.day()).arg(today.month()).arg(today.year()));
+        QVERIFY(QRegularExpression(QStringLiteral("^-?\\d+$")).match(textOf("lblWeatherTemprature")).hasMatch());
         QQuickItem* icon = itemNamed(window(), "imgWeatherCondition");
         QTRY_COMPARE_WITH_TIMEOUT(icon->property("status").toInt(), 1, 5000); // Image.Ready
         QVERIFY(icon->property("source").toString().endsWith("_day.svg"));
@@ -46,8 +37,8 @@ private slots:
         QVERIFY(weatherCalls.front().target.find("date=" + today.toString("yyyy-MM-dd").toStdString()) != std::string::npos);
         QVERIFY(weatherCalls.front().target.find("bearer") == std::string::npos);
 
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "FarmCell").size(), 2, 5000);
-        const auto farms = itemsNamed(window()->contentItem(), "FarmCell");
+        QTRY_COMPARE_WITH_TIMEOUT(cells("FarmCell").size(), 2, 5000);
+        const auto farms = cells("FarmCell");
         QCOMPARE(farms.at(0)->property("content").toMap().value("lblFarm").toString(), QStringLiteral("Buğday"));
         QCOMPARE(farms.at(1)->property("content").toMap().value("lblFarm").toString(), QStringLiteral("Şeker Pancarı"));
         QVERIFY(!farms.at(0)->property("content").toMap().value("lblPeriod").toString().isEmpty());
@@ -66,7 +57,7 @@ private slots:
         QCOMPARE(pictureSide(currentRow), farms::ProductDetailViewController::periodPictureSide() + 10);
         const QStringList pestsBefore = pestNames();
         QVERIFY(!pestsBefore.isEmpty());
-        QVERIFY(!itemsNamed(window()->contentItem(), "PestCell").isEmpty());
+        QVERIFY(!cells("PestCell").isEmpty());
         QTest::qWait(900); // scrolled to the present period
         screenshot(QStringLiteral("calendar-wheat"));
 
@@ -87,9 +78,9 @@ private slots:
         const QString otherName = calendar()->arrPeriods.at(otherRow).toObject().value("name").toString();
         tapItem(window(), itemNamed(window(), "btnCancel"));
         QTRY_VERIFY(!calendar());
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "FarmCell").at(0)->property("content").toMap().value("lblPeriod").toString(),
+        QTRY_COMPARE_WITH_TIMEOUT(cells("FarmCell").at(0)->property("content").toMap().value("lblPeriod").toString(),
                                   otherName, 5000);
-        tapItem(window(), itemsNamed(window()->contentItem(), "FarmCell").at(1));
+        tapItem(window(), cells("FarmCell").at(1));
         QTRY_VERIFY_WITH_TIMEOUT(document(), 3000);
         QVERIFY(document()->navBar->text().startsWith(QStringLiteral("Şeker Pancarı - ")));
         QVERIFY(document()->webViewDocument->url().toString().endsWith(".pdf"));
@@ -101,23 +92,19 @@ private slots:
 
         // A third farm: crop and size in the panel, then the list is full.
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        tapItem(window(), itemNamed(window(), "NewFarmCell"));
-        QTRY_VERIFY(itemNamed(window(), "viewNewProduce"));
-        tapItem(window(), itemNamed(window(), "openPlantsView"));
-        QTRY_VERIFY(itemNamed(window(), "viewPlant"));
+        tapUntilShown("NewFarmCell", "viewNewProduce");
+        tapUntilShown("openPlantsView", "viewPlant");
         screenshot(QStringLiteral("home-crop-list"));
         QQuickItem* maize = nullptr;
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "PlantCell"))
+        for (QQuickItem* cell : cells("PlantCell"))
             if (cell->property("content").toMap().value("lblPlantName").toString() == QStringLiteral("Mısır")) maize = cell;
         QVERIFY(maize);
-        tapItem(window(), maize);
-        QTRY_VERIFY(!itemNamed(window(), "viewPlant"));
+        tapUntilGone(maize, "viewPlant");
         QCOMPARE(itemsNamed(itemNamed(window(), "viewNewProduce"), "lblFarm").first()->property("text").toString(), QStringLiteral("Mısır"));
         typeInto("txtFarmSize", "25");
         screenshot(QStringLiteral("home-new-farm"));
-        tapItem(window(), itemNamed(window(), "btnNewProduce"));
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "viewNewProduce"), 5000);
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "FarmCell").size(), 3, 5000);
+        tapUntilGone("btnNewProduce", "viewNewProduce");
+        QTRY_COMPARE_WITH_TIMEOUT(cells("FarmCell").size(), 3, 5000);
         QVERIFY(!itemNamed(window(), "NewFarmCell"));
         QVERIFY(itemNamed(window(), "lblProductAlert"));
         screenshot(QStringLiteral("home-three-farms"));
@@ -136,20 +123,18 @@ private slots:
         QCOMPARE(buttons.at(0)->property("text").toString(), QStringLiteral("Bereket Kulübü"));
         QCOMPARE(buttons.at(1)->property("text").toString(), QStringLiteral("Kapat"));
         screenshot(QStringLiteral("home-club-invitation"));
-        tapItem(window(), buttons.at(1));
-        QTRY_VERIFY(!itemNamed(window(), "alert"));
+        dismissAlert(1);
 
         // Second run, on the stored session: once more.
         restartApp();
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
-        tapItem(window(), itemsNamed(itemNamed(window(), "alert"), "alertButton").at(1));
-        QTRY_VERIFY(!itemNamed(window(), "alert"));
+        dismissAlert(1);
 
         // Third run: the home and his vineyard, no invitation.
         const size_t profilesBefore = sent("farmer/profile").size();
         restartApp();
         QTRY_VERIFY_WITH_TIMEOUT(sent("farmer/profile").size() > profilesBefore, 5000);
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "FarmCell").size(), 1, 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(cells("FarmCell").size(), 1, 5000);
         QTest::qWait(500);
         QVERIFY(!itemNamed(window(), "alert"));
         QCOMPARE(app->platform().defaults().stringForKey("libStat"), QStringLiteral("0"));
@@ -165,10 +150,6 @@ private slots:
     }
 
 private:
-
-
-
-
     // No picture of the scene still loading.
     static int loadingPictures(QQuickItem* item) {
         int n = item->isVisible() && item->inherits("QQuickImage") && item->property("status").toInt() == 2 ? 1 : 0;
@@ -181,24 +162,6 @@ private:
         saveScreenshot(window(), name);
     }
 
-    QString text(const char* name) const {
-        QQuickItem* item = itemNamed(window(), name);
-        return item ? item->property("text").toString() : QString();
-    }
-
-    std::vector<server::RecordedRequest> sent(const QString& command) const {
-        const QRegularExpression pattern(QStringLiteral("[?&]do=%1(&|$)").arg(QRegularExpression::escape(command)));
-        std::vector<server::RecordedRequest> found;
-        for (const auto& r : service->requests())
-            if (pattern.match(QString::fromStdString(r.target).replace("%2F", "/")).hasMatch()) found.push_back(r);
-        return found;
-    }
-
-    template <class T> T* presented() const {
-        for (auto* c : app->platform().window().presentedControllers())
-            if (auto* t = qobject_cast<T*>(c)) return t;
-        return nullptr;
-    }
     farms::ProductDetailViewController* calendar() const { return presented<farms::ProductDetailViewController>(); }
     farms::DocumentViewController* document() const { return presented<farms::DocumentViewController>(); }
 
@@ -209,7 +172,7 @@ private:
         return -1;
     }
     QQuickItem* periodCellItem(int row) const {
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "PeriodCell"))
+        for (QQuickItem* cell : cells("PeriodCell"))
             if (cell->property("row").toInt() == row) return cell;
         return nullptr;
     }
@@ -224,7 +187,6 @@ private:
             for (auto* cell : c->visibleCells()) names << static_cast<farms::PestsCollectionViewCell*>(cell)->lblTitle->text();
         return names;
     }
-
 
 };
 

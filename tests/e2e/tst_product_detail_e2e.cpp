@@ -1,17 +1,10 @@
-// A product's detail and the seed ranges, end to end: the real application in-process, offscreen,
-// against the real reference service, walked as a farmer would.
+// A product's detail, its label and representative, the seed ranges and the spray programmes.
 
 #include "EndToEnd.h"
-#include "accounts/DemoAccounts.h"
 #include "catalogue/ProductDetailViewController.h"
 #include "catalogue/SprayProgramViewController.h"
-#include "core/Server.h"
-#include "platform/NavigationController.h"
-#include "platform/SideMenuViewController.h"
 #include "platform/Storyboard.h"
 #include "seeds/SeedScreens.h"
-
-#include <QTest>
 
 using namespace ekinora;
 using namespace ekinora::testing;
@@ -23,19 +16,13 @@ private slots:
     void cleanup() { stopAll(); }
 
     void farmerReadsAProductItsLabelAndCallsTheRepresentative() {
-        QList<QUrl> opened;
-        startApp([&](platform::Application& application) {
-            application.setUrlOpener([&](const QUrl& url) { opened << url; return true; });
-            application.setUrlChecker([](const QUrl&) { return true; });
-        });
+        startAppRecordingUrls();
         signIn(server::accounts::demoAccount("farmer").phone);
         openMenu(QStringLiteral("Bitki Koruma Ürünleri  YENİ "));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
-        tap("alertButton");
-        QTRY_VERIFY(!itemNamed(window(), "alert"));
+        dismissAlert();
         tap("showAllProducts");
-        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "productCell").size() > 4, 5000);
-        tapItem(window(), itemsNamed(window()->contentItem(), "productCell").first());
+        QTRY_VERIFY_WITH_TIMEOUT(cells("productCell").size() > 4, 5000);
+        tapItem(window(), cells("productCell").first());
 
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "ProductDetailViewController"), 5000);
         auto* screen = qobject_cast<catalogue::ProductDetailViewController*>(content()->topViewController());
@@ -47,34 +34,27 @@ private slots:
         QCOMPARE(screen->tableView2->numberOfRows(), 4);
         QCOMPARE(screen->tableView1->numberOfRows(), 2);
         QTRY_VERIFY(screen->tableView1Height->constant() > 0);
-        QTest::qWait(500);
-        saveScreenshot(window(), QStringLiteral("product-detail"));
+        shoot(QStringLiteral("product-detail"), 500);
 
         for (int row = 1; row < 4; ++row) {
             screen->tableView2->selectRow(row);
-            QCOMPARE(itemsNamed(window()->contentItem(), "ProductDetail2AfterCell").size(), 1);
+            QCOMPARE(cells("ProductDetail2AfterCell").size(), 1);
             QCOMPARE(screen->tableView2->cellForRow(row).values.value("webViewHeight").toDouble(), screen->contentHeights.value(row) + 16);
         }
         flickToEnd();
-        QTest::qWait(800);
-        saveScreenshot(window(), QStringLiteral("product-detail-last-section"));
+        shoot(QStringLiteral("product-detail-last-section"), 800);
 
-        // The label as a PDF made by the service.
         screen->tableView1->selectRow(0);
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "DocumentViewerViewController"), 5000);
         QCOMPARE(content()->topTitle(), QStringLiteral("Ürün Etiketi"));
         QTRY_VERIFY_WITH_TIMEOUT(answered("/documents/catalogue/"), 15000);
-        QTest::qWait(1500);
-        saveScreenshot(window(), QStringLiteral("product-detail-label"));
-        tap("backButton");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "ProductDetailViewController"), 5000);
+        shoot(QStringLiteral("product-detail-label"), 1500);
+        tapUntilShown("backButton", "ProductDetailViewController");
 
         tap("callButton");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
-        QCOMPARE(itemNamed(window(), "alert")->property("message").toString(),
-                 QStringLiteral("Size en yakın Zelmar yetkilisi Serdar Akın aranacaktır. 05301110011 no'lu numara aransın mı?"));
-        QTest::qWait(300);
-        saveScreenshot(window(), QStringLiteral("product-detail-call"));
+        QTRY_COMPARE_WITH_TIMEOUT(alertText(), QStringLiteral("Size en yakın Zelmar yetkilisi Serdar Akın aranacaktır. "
+                                                              "05301110011 no'lu numara aransın mı?"), 5000);
+        shoot(QStringLiteral("product-detail-call"));
         tap("alertButton"); // "Ara"
         QTRY_COMPARE(opened, QList<QUrl>{QUrl("tel://05301110011")});
     }
@@ -86,101 +66,66 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "MaizeHomeViewController"), 5000);
         saveScreenshot(window(), QStringLiteral("seeds-maize-home"));
         tap("pg2");
-        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "allProductCell").size() == 2, 5000);
-        QTest::qWait(500);
-        saveScreenshot(window(), QStringLiteral("seeds-maize-list"));
-        tapItem(window(), itemsNamed(window()->contentItem(), "allProductCell").first());
-        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "MaizeDetailAfter2CB").size() == 2, 5000);
-        QCOMPARE(itemsNamed(window()->contentItem(), "MaizeDetailAfter2Img").size(), 1);
-        QTest::qWait(600);
-        saveScreenshot(window(), QStringLiteral("seeds-maize-detail"));
+        QTRY_VERIFY_WITH_TIMEOUT(cells("allProductCell").size() == 2, 5000);
+        shoot(QStringLiteral("seeds-maize-list"), 500);
+        tapItem(window(), cells("allProductCell").first());
+        QTRY_VERIFY_WITH_TIMEOUT(cells("MaizeDetailAfter2CB").size() == 2, 5000);
+        QCOMPARE(cells("MaizeDetailAfter2Img").size(), 1);
+        shoot(QStringLiteral("seeds-maize-detail"), 600);
         auto* maize = qobject_cast<seeds::MaizeDetailViewController*>(content()->topViewController());
         QVERIFY(maize);
         maize->tableView2->selectRow(1);
-        QTRY_COMPARE(itemsNamed(window()->contentItem(), "MaizeDetailAfter2Img").size(), 0);
-        tap("tableView1Cell");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "MaizeDocumentViewController"), 5000);
+        QTRY_COMPARE(cells("MaizeDetailAfter2Img").size(), 0);
+        tapUntilShown("tableView1Cell", "MaizeDocumentViewController");
         QCOMPARE(content()->topTitle(), QStringLiteral("Çeşit Tanıtım Broşürü"));
         QTRY_VERIFY_WITH_TIMEOUT(answered("/documents/seeds/"), 15000);
-        QTest::qWait(1500);
-        saveScreenshot(window(), QStringLiteral("seeds-maize-document"));
+        shoot(QStringLiteral("seeds-maize-document"), 1500);
 
+        // Back to the stack's root, where the menu button is.
+        for (int i = 0; i < 4 && content()->viewControllers().size() > 1; ++i) {
+            tap("backButton");
+            QTest::qWait(400);
+        }
         openMenu(QStringLiteral("Kanola Tohum Ürünleri  YENİ "));
-        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "allProductCell").size() == 2, 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(cells("allProductCell").size() == 2, 5000);
         QCOMPARE(content()->topTitle(), QStringLiteral("Kanola Tohum Ürünleri"));
-        tapItem(window(), itemsNamed(window()->contentItem(), "allProductCell").first());
-        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "MaizeDetailAfter2CB").size() == 1, 5000);
+        tapItem(window(), cells("allProductCell").first());
+        QTRY_VERIFY_WITH_TIMEOUT(cells("MaizeDetailAfter2CB").size() == 1, 5000);
         auto* canola = qobject_cast<seeds::MaizeDetailViewController*>(content()->topViewController());
         QVERIFY(canola && canola->groupNameLbl->isHidden());
         canola->tableView2->selectRow(2);
-        QTRY_COMPARE(itemsNamed(window()->contentItem(), "MaizeDetailAfter2CB").size(), 3);
-        QTest::qWait(600);
-        saveScreenshot(window(), QStringLiteral("seeds-canola-detail"));
+        QTRY_COMPARE(cells("MaizeDetailAfter2CB").size(), 3);
+        shoot(QStringLiteral("seeds-canola-detail"), 600);
         canola->tableView2->selectRow(1);
-        QTRY_COMPARE(itemsNamed(window()->contentItem(), "MaizeDetailAfter2Img").size(), 1);
+        QTRY_COMPARE(cells("MaizeDetailAfter2Img").size(), 1);
     }
 
     void farmerReadsASprayProgramme() {
         startApp();
-        signIn(server::accounts::demoAccount("farmer").phone);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        // From the catalogue's home, past its location alert.
+        signInAs("farmer");
         openMenu(QStringLiteral("Bitki Koruma Ürünleri  YENİ "));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
-        tap("alertButton");
-        QTRY_VERIFY(!itemNamed(window(), "alert"));
+        dismissAlert();
         tap("showSprayPrograms");
         QTRY_VERIFY_WITH_TIMEOUT(answered("page_166.php"), 5000);
         auto* grid = qobject_cast<catalogue::SprayProgramViewController*>(content()->topViewController());
         QVERIFY(grid);
         QTRY_VERIFY_WITH_TIMEOUT(grid->collectionView->numberOfRows() >= 5, 5000);
-        QTest::qWait(300);
-        saveScreenshot(window(), QStringLiteral("spray-programmes"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "sprayCell").size() >= 5, 5000);
-        QTest::qWait(600);
-        saveScreenshot(window(), QStringLiteral("spray-programmes"));
-        tapItem(window(), itemsNamed(window()->contentItem(), "sprayCell").first());
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "SprayProgramWebViewController"), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(cells("sprayCell").size() >= 5, 5000);
+        shoot(QStringLiteral("spray-programmes"), 600);
+        tapUntilShown(cells("sprayCell").first(), "SprayProgramWebViewController");
         QTRY_VERIFY_WITH_TIMEOUT(answered("/site/ilaclama-programlari/bugday"), 15000);
-        QTest::qWait(1200);
-        saveScreenshot(window(), QStringLiteral("spray-programme-page"));
-        tap("closeButtonTapped");
-        QTRY_VERIFY(!itemNamed(window(), "SprayProgramWebViewController"));
+        shoot(QStringLiteral("spray-programme-page"), 1200);
+        tapUntilGone("closeButtonTapped", "SprayProgramWebViewController");
     }
 
 private:
-    void openMenu(const QString& label) {
-        // Back to the stack's root, where the menu button is.
-        for (int i = 0; i < 4 && content() && content()->viewControllers().size() > 1; ++i) {
-            tap("backButton");
-            QTest::qWait(400);
-        }
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
-        QTRY_VERIFY(root()->isMenuVisible());
-        QTest::qWait(400);
-        QQuickItem* row = nullptr;
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "Cell"))
-            if (cell->property("content").toMap().value("text").toString() == label) row = cell;
-        QVERIFY(row);
-        tapItem(window(), row);
-        QTRY_VERIFY(!root()->isMenuVisible());
-        QTest::qWait(400);
-    }
     void flickToEnd() {
-        for (QQuickItem* item : itemsNamed(window()->contentItem(), "ProductDetailViewController"))
+        for (QQuickItem* item : cells("ProductDetailViewController"))
             for (QQuickItem* child : item->childItems())
                 if (child->inherits("QQuickFlickable")) {
                     const double end = child->property("contentHeight").toDouble() - child->height();
                     child->setProperty("contentY", qMax(0.0, end));
                 }
-    }
-    bool answered(const char* fragment) {
-        for (const auto& r : service->requests())
-            if (r.target.find(fragment) != std::string::npos) return true;
-        return false;
     }
 };
 

@@ -1,17 +1,11 @@
-// The dealer's sale and gift end to end: the real application in-process, offscreen, against the
-// real reference service, with the printed demo codes in front of the development camera. The demo
-// dealer reads the demo farmer, adds packages, removes one by scanning it and confirms; the farmer's
-// balance rises by what was sold. A code already on the list and one already sold are refused.
+// The demo dealer reads the demo farmer's code, adds packages, removes one by scanning it and confirms;
+// the farmer's balance rises by what was sold. A code already on the list and one already sold are
+// refused.
 
 #include "EndToEnd.h"
-#include "accounts/DemoAccounts.h"
-#include "core/Database.h"
 #include "loyalty/Transaction.h"
 #include "platform/Capture.h"
 #include "platform/Storyboard.h"
-
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace ekinora;
 using namespace ekinora::testing;
@@ -21,15 +15,12 @@ class SaleEndToEnd : public EndToEnd {
     Q_OBJECT
 private slots:
     void init() {
-        options.dbPath = dbDir.filePath(QStringLiteral("service.db")).toStdString();
-        QFile::remove(QString::fromStdString(options.dbPath));
         // The printed demo codes come with the service's sale commands.
-        if (!QFile::exists(codeImage(QStringLiteral("farmer-qr")))) QSKIP("the service's printed demo codes are not in this tree");
-        startService(options);
+        if (!QFile::exists(codeImage("farmer-qr"))) QSKIP("the service's printed demo codes are not in this tree");
+        startStoredService();
         platform::DevelopmentCamera::install(QString());
     }
     void cleanup() {
-        m_db.reset();
         stopAll();
         platform::DevelopmentCamera::uninstall();
     }
@@ -50,23 +41,18 @@ private slots:
         refused("package-16-sold-qr", QStringLiteral("Tekrar Dene"), QStringLiteral("Bu ürün daha önce satılmış."));
         addPackage("package-03-qr", QStringLiteral("Tekrar Dene"));
         tap("continueButtonTapped");
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "barcodeCell").size(), 3, 5000);
-        settle();
-        saveScreenshot(window(), QStringLiteral("sale-list"));
+        QTRY_COMPARE_WITH_TIMEOUT(cells("barcodeCell").size(), 3, 5000);
+        shootSettled(QStringLiteral("sale-list"), 500);
 
-        // Package 2 comes off the list by scanning it.
-        tap("eraseLabel");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "ProductsListEraseViewController"), 5000);
+        tapUntilShown("eraseLabel", "ProductsListEraseViewController");
         show("package-02-qr");
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "removeButtonTapped"), 5000);
-        settle();
-        saveScreenshot(window(), QStringLiteral("sale-remove-card"));
-        tap("removeButtonTapped");
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "ProductsListEraseViewController"), 5000);
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "barcodeCell").size(), 2, 5000);
+        shootSettled(QStringLiteral("sale-remove-card"), 500);
+        tapUntilGone("removeButtonTapped", "ProductsListEraseViewController");
+        QTRY_COMPARE_WITH_TIMEOUT(cells("barcodeCell").size(), 2, 5000);
 
         confirm();
-        QTRY_VERIFY_WITH_TIMEOUT(alertMessage().startsWith(QStringLiteral("Satış onaylandı.")), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(alertText().startsWith(QStringLiteral("Satış onaylandı.")), 5000);
         QCOMPARE(balance() - before, points("package-01") + points("package-03"));
         QVERIFY(points("package-01") > 0);
         tapAlertButton(QStringLiteral("Tamam"));
@@ -80,9 +66,9 @@ private slots:
         tapAlertButton(QStringLiteral("Ürün Okutun"));
         addPackage("package-04-qr", QString());
         tap("continueButtonTapped");
-        QTRY_COMPARE_WITH_TIMEOUT(itemsNamed(window()->contentItem(), "barcodeCell").size(), 1, 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(cells("barcodeCell").size(), 1, 5000);
         confirm();
-        QTRY_VERIFY_WITH_TIMEOUT(alertMessage().startsWith(QStringLiteral("Hediye onaylandı.")), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(alertText().startsWith(QStringLiteral("Hediye onaylandı.")), 5000);
         QCOMPARE(balance(), before);
         const auto gift = db().queryRow("SELECT reason FROM loyalty_ledger WHERE serial = ?", {serial("package-04")});
         QVERIFY(gift);
@@ -90,18 +76,8 @@ private slots:
     }
 
 private:
-    QTemporaryDir dbDir;
-    server::ServerOptions options;
-    std::unique_ptr<server::Database> m_db;
-
-    server::Database& db() {
-        if (!m_db) m_db = std::make_unique<server::Database>(options.dbPath);
-        return *m_db;
-    }
-    static QString codeImage(const QString& name) {
-        const QFileInfo self(QStringLiteral(__FILE__));
-        const QString folder = self.isAbsolute() ? self.path() : QCoreApplication::applicationDirPath() + QStringLiteral("/../") + self.path();
-        return QDir(folder).filePath(QStringLiteral("../../demo/codes/") + name + QStringLiteral(".png"));
+    static QString codeImage(const char* name) {
+        return sourceFile(QStringLiteral("../../demo/codes/%1.png").arg(QLatin1String(name)));
     }
     // The serial a printed package carries, as the demo codes' list gives it.
     static std::string serial(const char* package) {
@@ -126,18 +102,17 @@ private:
     // Signed in as the demo dealer, the entry screen's choice made, the farmer's code read.
     void openFarmerReading(const char* type) {
         startApp();
-        signIn(server::accounts::demoAccount("dealer").phone);
-        QTRY_VERIFY_WITH_TIMEOUT(content() && content()->topViewController(), 5000);
-        settle();
+        signInAs("dealer");
+        settle(500);
         Transaction::transactionType() = QString::fromLatin1(type);
         auto* scan = platform::Storyboard::instantiateViewControllerWithIdentifier(QStringLiteral("QRScanViewController"));
         QVERIFY(scan);
         content()->topViewController()->presentViewController(scan, true);
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "QRScanViewController"), 5000);
         show("farmer-qr");
-        QTRY_COMPARE_WITH_TIMEOUT(alertTitle(), QStringLiteral("Çiftçi Başarıyla Okundu"), 8000);
+        QTRY_COMPARE_WITH_TIMEOUT(alertText("title"), QStringLiteral("Çiftçi Başarıyla Okundu"), 8000);
     }
-    void show(const char* name) { platform::DevelopmentCamera::current()->showFile(codeImage(QString::fromLatin1(name))); }
+    void show(const char* name) { platform::DevelopmentCamera::current()->showFile(codeImage(name)); }
     // The package goes in front of the lens, then the button that starts the camera again.
     void addPackage(const char* name, const QString& rearm) {
         show(name);
@@ -145,13 +120,13 @@ private:
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "continueButtonTapped"), 8000);
         QQuickItem* label = itemNamed(window(), "ilacAdiLabel");
         QVERIFY(label && !label->property("text").toString().isEmpty());
-        settle();
+        settle(500);
     }
     void refused(const char* name, const QString& rearm, const QString& title) {
         show(name);
         rearmWith(rearm);
-        QTRY_COMPARE_WITH_TIMEOUT(alertTitle(), title, 8000);
-        QCOMPARE(alertMessage(), QStringLiteral("Lütfen Tekrar Deneyiniz"));
+        QTRY_COMPARE_WITH_TIMEOUT(alertText("title"), title, 8000);
+        QCOMPARE(alertText(), QStringLiteral("Lütfen Tekrar Deneyiniz"));
     }
     void rearmWith(const QString& rearm) {
         if (rearm == QStringLiteral("Tekrar Dene")) tapAlertButton(rearm);
@@ -159,30 +134,8 @@ private:
     }
     void confirm() {
         tap("completeProcessButtonTapped");
-        QTRY_COMPARE_WITH_TIMEOUT(alertTitle(), QStringLiteral("İşlemi Onaylamak İstiyor Musunuz ?"), 5000);
+        QTRY_COMPARE_WITH_TIMEOUT(alertText("title"), QStringLiteral("İşlemi Onaylamak İstiyor Musunuz ?"), 5000);
         tapAlertButton(QStringLiteral("Onayla"));
-    }
-    void settle() {
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD") && !itemNamed(window(), "waitOverlay"), 5000);
-        QTest::qWait(500);
-    }
-    QString alertTitle() {
-        QQuickItem* alert = itemNamed(window(), "alert");
-        return alert ? alert->property("title").toString() : QString();
-    }
-    QString alertMessage() {
-        QQuickItem* alert = itemNamed(window(), "alert");
-        return alert ? alert->property("message").toString() : QString();
-    }
-    void tapAlertButton(const QString& title) {
-        QQuickItem* found = nullptr;
-        QTRY_VERIFY_WITH_TIMEOUT([&] {
-            for (QQuickItem* button : itemsNamed(itemNamed(window(), "alert"), "alertButton"))
-                if (button->property("text").toString() == title) found = button;
-            return found != nullptr;
-        }(), 5000);
-        QTest::qWait(300);
-        tapItem(window(), found);
     }
 };
 

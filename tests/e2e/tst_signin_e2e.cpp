@@ -1,9 +1,7 @@
-// Sign-in journeys: the real application in-process, offscreen, against the real reference service,
-// driven through the object contract as a user would (typing, tapping).
+// Sign-in journeys: the menu, the campaign, logout, a wrong code and a dealer not yet active.
 
 #include "EndToEnd.h"
 #include "accounts/Accounts.h"
-#include "accounts/DemoAccounts.h"
 #include "shell/LeftMenuViewController.h"
 #include "shell/MenuItems.h"
 
@@ -36,20 +34,15 @@ private slots:
         // The campaign comes up at the next poll and closes.
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "PopupViewController"), 15000);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 15000);
-        tapItem(window(), itemNamed(window(), "closePopup"));
-        QTRY_VERIFY(!itemNamed(window(), "PopupViewController"));
+        tapUntilGone("closePopup", "PopupViewController");
 
-        // The menu opens by its button and lists the rows.
         tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
         QTRY_VERIFY(root()->isMenuVisible());
-        QTest::qWait(400);
-        saveScreenshot(window(), QStringLiteral("signin-farmer-menu"));
+        shoot(QStringLiteral("signin-farmer-menu"), 400);
         const auto cells = itemsNamed(window()->contentItem(), "Cell");
         QVERIFY2(cells.size() >= 12, qPrintable(QString::number(cells.size())));
         QCOMPARE(cells.first()->property("content").toMap().value("text").toString(), QStringLiteral("Anasayfa"));
-        saveScreenshot(window(), QStringLiteral("signin-farmer-menu"));
 
-        // A row replaces the content.
         tapItem(window(), cells.at(1));
         QTRY_COMPARE(topIdentifier(), QStringLiteral("profileVC"));
         QTRY_VERIFY(!root()->isMenuVisible());
@@ -60,29 +53,15 @@ private slots:
         tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
         QTRY_VERIFY(root()->isMenuVisible());
         QTest::qWait(300);
-        tapItem(window(), itemNamed(window(), "logout"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "viewLogout"), 5000);
+        tapUntilShown("logout", "viewLogout");
         QVERIFY(!app->platform().defaults().contains("token"));
         QVERIFY(!app->platform().defaults().contains("userInfo"));
-        QTest::qWait(300);
-        saveScreenshot(window(), QStringLiteral("signin-logout"));
-        bool loggedOut = false;
-        for (const auto& r : service->requests())
-            if (r.target.find("do=farmer%2Flogout") != std::string::npos || r.target.find("do=farmer/logout") != std::string::npos)
-                loggedOut = r.target.find("bearer") == std::string::npos;
-        QVERIFY(loggedOut);
+        shoot(QStringLiteral("signin-logout"));
+        const auto logouts = sent("farmer/logout");
+        QVERIFY(!logouts.empty() && logouts.back().target.find("bearer") == std::string::npos);
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 8000);
-        tapItem(window(), itemNamed(window(), "loginBack"));
-        QTRY_VERIFY(!itemNamed(window(), "viewLogout"));
+        tapUntilGone("loginBack", "viewLogout");
         QVERIFY(itemNamed(window(), "txtLoginPhone"));
-    }
-
-    void dealerLandsOnMessages() {
-        startApp();
-        signIn(server::accounts::demoAccount("dealer").phone);
-        QTRY_COMPARE_WITH_TIMEOUT(topIdentifier(), QStringLiteral("messageVC"), 5000);
-        QCOMPARE(content()->topTitle(), QStringLiteral("Mesajlarım"));
-        QCOMPARE(app->platform().defaults().stringForKey("token").isEmpty(), false);
     }
 
     void wrongCodeIsRefusedWithItsMessage() {
@@ -90,14 +69,10 @@ private slots:
         askCode(server::accounts::demoAccount("farmer").phone);
         typeInto("txtLoginCode", QString(codes.last() == "111111" ? "222222" : "111111"));
         tapItem(window(), itemNamed(window(), "validateSmsCodeForLogin"));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
-        QQuickItem* alert = itemNamed(window(), "alert");
-        QCOMPARE(alert->property("title").toString(), QStringLiteral("Hata"));
-        QCOMPARE(alert->property("message").toString(), QStringLiteral("Lütfen kodu doğru giriniz"));
-        QTest::qWait(300);
-        saveScreenshot(window(), QStringLiteral("signin-wrong-code"));
-        tapItem(window(), itemsNamed(alert, "alertButton").first());
-        QTRY_VERIFY(!itemNamed(window(), "alert"));
+        QTRY_COMPARE_WITH_TIMEOUT(alertText("title"), QStringLiteral("Hata"), 5000);
+        QCOMPARE(alertText(), QStringLiteral("Lütfen kodu doğru giriniz"));
+        shoot(QStringLiteral("signin-wrong-code"));
+        dismissAlert();
         // Still on the code panel; nothing stored.
         QVERIFY(itemNamed(window(), "viewLoginCode"));
         QVERIFY(!app->platform().defaults().contains("userInfo"));
@@ -112,8 +87,7 @@ private slots:
         QCOMPARE(itemNamed(window(), "completeRegistrationButton")->property("text").toString(), QStringLiteral("Geriye Dön"));
         QVERIFY(!itemNamed(window(), "viewLogin"));
         QVERIFY(!app->platform().defaults().contains("userInfo"));
-        QTest::qWait(300);
-        saveScreenshot(window(), QStringLiteral("signin-inactive-dealer"));
+        shoot(QStringLiteral("signin-inactive-dealer"));
     }
 
 private:

@@ -1,37 +1,17 @@
-// The real application, in-process on the offscreen platform, against the real reference service:
-// what a first start leaves in the store, what the service sees, and the maintenance alert.
+// What a first start leaves in the store, what the service sees, and the maintenance alert.
 
-#include "Ekinora.h"
-#include "QuickProbe.h"
-#include "accounts/DemoAccounts.h"
-#include "core/Server.h"
-#include "platform/Platform.h"
+#include "EndToEnd.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSettings>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace ekinora;
 using namespace ekinora::testing;
 
 namespace {
-
-QString headerOf(const server::RecordedRequest& r, const std::string& name) {
-    for (const auto& [key, value] : r.headers)
-        if (QString::fromStdString(key).compare(QString::fromStdString(name), Qt::CaseInsensitive) == 0)
-            return QString::fromStdString(value);
-    return {};
-}
-
-bool hasHeader(const server::RecordedRequest& r, const std::string& name) {
-    for (const auto& h : r.headers)
-        if (QString::fromStdString(h.first).compare(QString::fromStdString(name), Qt::CaseInsensitive) == 0) return true;
-    return false;
-}
 
 int indexOf(const std::vector<server::RecordedRequest>& requests, const std::string& path, const std::string& target = {}) {
     for (size_t i = 0; i < requests.size(); ++i)
@@ -41,21 +21,11 @@ int indexOf(const std::vector<server::RecordedRequest>& requests, const std::str
 
 } // namespace
 
-class StartEndToEnd : public QObject {
+class StartEndToEnd : public EndToEnd {
     Q_OBJECT
 private slots:
-    void init() {
-        server::ServerOptions options;
-        options.demo = true;
-        service = std::make_unique<server::Server>(options);
-        service->start();
-        settings = std::make_unique<QTemporaryDir>();
-    }
-    void cleanup() {
-        app.reset();
-        service.reset();
-        settings.reset();
-    }
+    void init() { startService(); }
+    void cleanup() { stopAll(); }
 
     void firstStartSeedsTheStoreAndAsksTheService() {
         startApp();
@@ -66,7 +36,7 @@ private slots:
         const int probe = indexOf(requests, "/check");
         QVERIFY2(maintenance >= 0, "maintenance was not sent with do twice");
         QVERIFY(maintenance < probe);
-        QVERIFY(!hasHeader(requests[size_t(maintenance)], "Authorization"));
+        QVERIFY(headerOf(requests[size_t(maintenance)], "Authorization").isNull());
         QCOMPARE(headerOf(requests[size_t(probe)], "Authorization"), QStringLiteral("Bearer (null)"));
 
         // The store file, as a fresh reader sees it.
@@ -83,18 +53,13 @@ private slots:
 
         // No one is logged in: no popup and no alert on screen.
         QVERIFY(!itemNamed(window(), "alert"));
-        for (const auto& r : service->requests()) QVERIFY(r.target.find("do=popup") == std::string::npos);
+        QVERIFY(!answered("do=popup"));
         saveScreenshot(window(), QStringLiteral("start-shell"));
     }
 
     // Before any test that shows a web view: the engine, once loaded, stays for the process.
     void firstStartKeepsTheSplashOverTheSignInAndNoWebEngine() {
-        StartOptions options;
-        options.serviceBase = QString::fromStdString(service->baseUrl());
-        options.settingsDir = settings->path();
-        app = std::make_unique<Ekinora>(options);
-        app->platform().application().setEchoLog(false);
-        QVERIFY(app->start());
+        startApp();
         // The home hands over to the sign-in at once; the splash stays over it until a second later.
         QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "txtLoginPhone"), 5000);
         QQuickItem* splash = itemNamed(window(), "imgLoading");
@@ -121,8 +86,7 @@ private slots:
         const auto buttons = itemsNamed(alert, "alertButton");
         QCOMPARE(buttons.size(), 1);
         QCOMPARE(buttons.first()->property("text").toString(), QStringLiteral("Tamam"));
-        QTest::qWait(300); // let the scene settle before the screenshot
-        saveScreenshot(window(), QStringLiteral("maintenance-alert"));
+        shoot(QStringLiteral("maintenance-alert"));
         tapItem(window(), buttons.first());
         QTRY_COMPARE(endings, QList<int>{0});
     }
@@ -132,17 +96,15 @@ private slots:
         startApp();
         QList<int> endings;
         app->platform().application().setEnding([&](int code) { endings << code; });
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 6000);
-        QQuickItem* alert = itemNamed(window(), "alert");
-        QCOMPARE(alert->property("message").toString(), QStringLiteral("Sunucuya şu anda ulaşılamıyor."));
-        tapItem(window(), itemsNamed(alert, "alertButton").first());
+        QTRY_COMPARE_WITH_TIMEOUT(alertText(), QStringLiteral("Sunucuya şu anda ulaşılamıyor."), 6000);
+        tapItem(window(), itemsNamed(itemNamed(window(), "alert"), "alertButton").first());
         QTRY_COMPARE(endings, QList<int>{2});
     }
 
     void firstStartWithoutNetworkStillSeedsAndShowsNoAlert() {
         // A logout whose request failed before the last run ended left its mark behind.
         QSettings(settings->filePath("store.ini"), QSettings::IniFormat).setValue("isLogout", "YES");
-        startApp(QStringLiteral("http://127.0.0.1:9"));
+        startApp({}, QStringLiteral("http://127.0.0.1:9"));
         QTRY_VERIFY(itemNamed(window(), "LoginViewController"));
         QVERIFY(!itemNamed(window(), "viewLogout")); // no farewell on a fresh start
         QTest::qWait(2500); // past both checks
@@ -171,35 +133,14 @@ private slots:
         QVERIFY(!title->property("text").toString().isEmpty());
         // The indicator goes half a second after the body has loaded; then the card can be closed.
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 15000);
-        QTest::qWait(300);
-        saveScreenshot(window(), QStringLiteral("campaign-popup"));
-        tapItem(window(), itemNamed(window(), "closePopup"));
-        QTRY_VERIFY(!itemNamed(window(), "PopupViewController"));
-        int polls = 0;
-        for (const auto& r : service->requests())
-            if (r.target.find("do=popup") != std::string::npos) {
-                ++polls;
-                QCOMPARE(headerOf(r, "Authorization"), QStringLiteral("Bearer ") + QString::fromStdString(farmer.token));
-            }
-        QVERIFY(polls >= 1);
+        shoot(QStringLiteral("campaign-popup"));
+        tapUntilGone("closePopup", "PopupViewController");
+        const auto polls = requestsWith("do=popup");
+        QVERIFY(!polls.empty());
+        for (const auto& r : polls)
+            QCOMPARE(headerOf(r, "Authorization"), QStringLiteral("Bearer ") + QString::fromStdString(farmer.token));
     }
 
-private:
-    void startApp(const QString& base = {}) {
-        StartOptions options;
-        options.serviceBase = base.isEmpty() ? QString::fromStdString(service->baseUrl()) : base;
-        options.settingsDir = settings->path();
-        app = std::make_unique<Ekinora>(options);
-        app->platform().application().setEchoLog(false);
-        QVERIFY(app->start());
-        QVERIFY(window());
-        QVERIFY(QTest::qWaitForWindowExposed(window()));
-    }
-    QQuickWindow* window() const { return app->platform().window().quickWindow(); }
-
-    std::unique_ptr<server::Server> service;
-    std::unique_ptr<QTemporaryDir> settings;
-    std::unique_ptr<Ekinora> app;
 };
 
 EKINORA_GUI_TEST_MAIN(StartEndToEnd)

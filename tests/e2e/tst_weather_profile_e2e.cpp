@@ -1,13 +1,7 @@
-// The weather screens, the profile and the dealer's shop data, end to end: the real application
-// in-process, offscreen, against the real reference service, driven as a farmer and a dealer would.
+// The weather screens and the profile as a farmer uses them; the dealer lands on his messages and
+// changes his shop data.
 
 #include "EndToEnd.h"
-#include "accounts/DemoAccounts.h"
-#include "core/Server.h"
-#include "platform/NavigationController.h"
-#include "platform/SideMenuViewController.h"
-
-#include <QTest>
 
 using namespace ekinora;
 using namespace ekinora::testing;
@@ -21,10 +15,9 @@ private slots:
     void farmerReadsTheWeekKeepsFavouritesAndMovesCounty() {
         startApp();
         signInAs("farmer");
-        QTRY_VERIFY_WITH_TIMEOUT(!labelText("lblWeatherLocation").isEmpty(), 8000);
-        QCOMPARE(labelText("lblWeatherLocation"), QStringLiteral("Çumra"));
+        QTRY_VERIFY_WITH_TIMEOUT(!textOf("lblWeatherLocation").isEmpty(), 8000);
+        QCOMPARE(textOf("lblWeatherLocation"), QStringLiteral("Çumra"));
 
-        // The week from the home's weather card.
         openWeek();
         saveScreenshot(window(), QStringLiteral("weather-week"));
 
@@ -37,14 +30,13 @@ private slots:
         tapValueRow(0);
         tapValueRow(2);
         QTRY_COMPARE(itemsNamed(rowOf(cells("WeatherCell"), 2), "imageFav").value(0)->property("name").toString(), QStringLiteral("favEmpty"));
-        QTest::qWait(200);
-        saveScreenshot(window(), QStringLiteral("weather-choosing"));
+        shoot(QStringLiteral("weather-choosing"), 200);
         tap("btnFavList");
         QTRY_COMPARE(cells("WeatherCell").size(), 3);
         QCOMPARE(text(rowOf(cells("WeatherCell"), 0), "labelInfo"), QStringLiteral("Sıcaklık"));
 
         restartApp();
-        QTRY_VERIFY_WITH_TIMEOUT(!labelText("lblWeatherLocation").isEmpty(), 8000);
+        QTRY_VERIFY_WITH_TIMEOUT(!textOf("lblWeatherLocation").isEmpty(), 8000);
         openWeek();
         openDay();
         QTRY_COMPARE(cells("WeatherCell").size(), 3);
@@ -59,13 +51,11 @@ private slots:
             tap("backButton");
             QTest::qWait(400);
         }
-        openMenuItem("Profilim");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "ProfileViewController"), 5000);
-        QTRY_COMPARE_WITH_TIMEOUT(labelText("txtCounty"), QStringLiteral("Çumra"), 5000);
-        QCOMPARE(labelText("txtPhone"), QStringLiteral("05321000101"));
+        openMenu(QStringLiteral("Profilim"), "ProfileViewController");
+        QTRY_COMPARE_WITH_TIMEOUT(textOf("txtCounty"), QStringLiteral("Çumra"), 5000);
+        QCOMPARE(textOf("txtPhone"), QStringLiteral("05321000101"));
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        tap("btnCounty");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "dropDownList"), 3000);
+        tapUntilShown("btnCounty", "dropDownList", 3000);
         QTRY_COMPARE(itemNamed(window(), "dropDownList")->height(), 250.0);
         QQuickItem* other = nullptr;
         for (QQuickItem* row : itemsNamed(itemNamed(window(), "dropDownList"), "Cell")) {
@@ -74,73 +64,50 @@ private slots:
         }
         QVERIFY(other);
         const QString county = other->property("title").toString();
-        tapItem(window(), other);
-        QTRY_VERIFY(!itemNamed(window(), "dropDownList"));
-        QTRY_COMPARE(labelText("txtCounty"), county);
+        tapUntilGone(other, "dropDownList");
+        QTRY_COMPARE(textOf("txtCounty"), county);
         typeInto("txtMail", "hasan.dogru@ornek.com.tr", true);
         saveScreenshot(window(), QStringLiteral("profile-form"));
         tap("updateButton");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
-        QCOMPARE(itemNamed(window(), "alert")->property("message").toString(), QStringLiteral("Profil bilgileriniz güncellendi."));
+        QTRY_COMPARE_WITH_TIMEOUT(alertText(), QStringLiteral("Profil bilgileriniz güncellendi."), 5000);
         saveScreenshot(window(), QStringLiteral("profile-saved"));
-        tapItem(window(), itemsNamed(itemNamed(window(), "alert"), "alertButton").first());
+        dismissAlert();
 
-        openMenuItem("Anasayfa");
-        QTRY_COMPARE_WITH_TIMEOUT(labelText("lblWeatherLocation"), county, 8000);
+        openMenu(QStringLiteral("Anasayfa"));
+        QTRY_COMPARE_WITH_TIMEOUT(textOf("lblWeatherLocation"), county, 8000);
     }
 
-    void dealerChangesHisShop() {
+    void dealerLandsOnMessagesAndChangesHisShop() {
         startApp();
         signInAs("dealer");
-        openMenuItem("Bayi Bilgileri");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "DealerViewController"), 5000);
-        QTRY_COMPARE_WITH_TIMEOUT(labelText("txtDealerName"), QStringLiteral("Erdem Tarım Zirai İlaç ve Tohumculuk"), 5000);
-        QCOMPARE(labelText("txtDealerTaxNumber"), QStringLiteral("4830127965"));
+        QTRY_COMPARE(topIdentifier(), QStringLiteral("messageVC"));
+        QCOMPARE(content()->topTitle(), QStringLiteral("Mesajlarım"));
+        QVERIFY(!app->platform().defaults().stringForKey("token").isEmpty());
+        openMenu(QStringLiteral("Bayi Bilgileri"), "DealerViewController");
+        QTRY_COMPARE_WITH_TIMEOUT(textOf("txtDealerName"), QStringLiteral("Erdem Tarım Zirai İlaç ve Tohumculuk"), 5000);
+        QCOMPARE(textOf("txtDealerTaxNumber"), QStringLiteral("4830127965"));
         typeInto("txtDealerName", "Erdem Tarim Ceyhan Subesi", true);
         saveScreenshot(window(), QStringLiteral("dealer-form"));
         tap("updateButton");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "alert"), 5000);
-        QCOMPARE(itemNamed(window(), "alert")->property("message").toString(), QStringLiteral("Bayi bilgileriniz güncellendi."));
-        tapItem(window(), itemsNamed(itemNamed(window(), "alert"), "alertButton").first());
-        QTRY_VERIFY(!itemNamed(window(), "alert"));
+        QTRY_COMPARE_WITH_TIMEOUT(alertText(), QStringLiteral("Bayi bilgileriniz güncellendi."), 5000);
+        dismissAlert();
 
         // Read again: the service kept it.
-        openMenuItem("Bayi Bilgileri");
-        QTRY_COMPARE_WITH_TIMEOUT(labelText("txtDealerName"), QStringLiteral("Erdem Tarim Ceyhan Subesi"), 5000);
+        openMenu(QStringLiteral("Bayi Bilgileri"));
+        QTRY_COMPARE_WITH_TIMEOUT(textOf("txtDealerName"), QStringLiteral("Erdem Tarim Ceyhan Subesi"), 5000);
     }
 
 private:
-    void signInAs(const char* type) {
-        signIn(server::accounts::demoAccount(type).phone);
-        QTRY_VERIFY_WITH_TIMEOUT(content() && content()->topViewController(), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-    }
-    void openMenuItem(const QString& label) {
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "presentLeftMenuViewController"), 5000);
-        tapItem(window(), itemNamed(window(), "presentLeftMenuViewController"));
-        QTRY_VERIFY(root()->isMenuVisible());
-        QTest::qWait(400);
-        QQuickItem* row = nullptr;
-        for (QQuickItem* cell : itemsNamed(window()->contentItem(), "Cell"))
-            if (cell->property("content").toMap().value("text").toString() == label) row = cell;
-        QVERIFY2(row, qPrintable(label));
-        tapItem(window(), row);
-        QTRY_VERIFY(!root()->isMenuVisible());
-        QTest::qWait(400);
-    }
     void openWeek() {
         QTRY_VERIFY_WITH_TIMEOUT(!itemNamed(window(), "progressHUD"), 5000);
-        tap("openWeatherDetail");
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "WeatherDetailViewController"), 5000);
+        tapUntilShown("openWeatherDetail", "WeatherDetailViewController");
         QTRY_VERIFY_WITH_TIMEOUT(cells("WeatherCell").size() >= 5, 5000);
         QCOMPARE(content()->topTitle(), QStringLiteral("Hava Durumu"));
         QVERIFY(text(rowOf(cells("WeatherCell"), 0), "labelTempMax").endsWith(QStringLiteral("°C")));
         QTRY_VERIFY_WITH_TIMEOUT(itemsNamed(rowOf(cells("WeatherCell"), 0), "imageCondition").value(0)->property("status").toInt() == 1, 5000);
     }
     void openDay() {
-        tapItem(window(), rowOf(cells("WeatherCell"), 1));
-        QTRY_VERIFY_WITH_TIMEOUT(itemNamed(window(), "WeatherDetailInfoViewController"), 5000);
+        tapUntilShown(rowOf(cells("WeatherCell"), 1), "WeatherDetailInfoViewController");
         QTRY_VERIFY_WITH_TIMEOUT(text(nullptr, "labelHour", true).endsWith(QStringLiteral(":00")), 5000);
         QTest::qWait(300);
     }
@@ -160,12 +127,6 @@ private:
         QTest::qWait(150);
     }
 
-    QList<QQuickItem*> cells(const char* name) const {
-        QList<QQuickItem*> visible;
-        for (QQuickItem* item : itemsNamed(window()->contentItem(), name))
-            if (item->isVisible()) visible << item;
-        return visible;
-    }
     // A cell by the row of its delegate.
     static QQuickItem* rowOf(const QList<QQuickItem*>& list, int row) {
         for (QQuickItem* cell : list) {
@@ -182,10 +143,6 @@ private:
             if (!chosen || t.endsWith(QStringLiteral(":00"))) return t;
         }
         return QString();
-    }
-    QString labelText(const char* name) const {
-        QQuickItem* item = itemNamed(window(), name);
-        return item ? item->property("text").toString() : QString();
     }
 };
 

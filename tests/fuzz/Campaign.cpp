@@ -12,7 +12,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
-#include <QThread>
 #include <memory>
 #include <vector>
 

@@ -341,23 +341,14 @@ private:
         for (TableView* t : c->findChildren<TableView*>()) {
             if (t->isHidden()) continue;
             QPointer<TableView> p(t);
-            if (auto* grid = qobject_cast<CollectionView*>(t)) {
-                const int n = qMin(grid->numberOfItemsInSection(0), 40);
-                if (n > 0) {
-                    const int item = int(m_rng() % quint64(n));
-                    actions << Action{QStringLiteral("select %1.%2[%3]").arg(owner, t->objectName()).arg(item), [p, item] {
-                                          if (auto* g = qobject_cast<CollectionView*>(p.data())) g->selectItem(0, item);
-                                      }};
-                }
-                continue;
-            }
-            const int n = qMin(t->numberOfRows(0), 40);
-            if (n > 0) {
-                const int row = int(m_rng() % quint64(n));
-                actions << Action{QStringLiteral("select %1.%2[%3]").arg(owner, t->objectName()).arg(row), [p, row] {
-                                      if (p) p->selectRow(row, 0);
-                                  }};
-            }
+            auto* grid = qobject_cast<CollectionView*>(t);
+            const int n = qMin(grid ? grid->numberOfItemsInSection(0) : t->numberOfRows(0), 40);
+            if (n <= 0) continue;
+            const int row = int(m_rng() % quint64(n));
+            actions << Action{QStringLiteral("select %1.%2[%3]").arg(owner, t->objectName()).arg(row), [p, row] {
+                                  if (auto* g = qobject_cast<CollectionView*>(p.data())) g->selectItem(0, row);
+                                  else if (p) p->selectRow(row, 0);
+                              }};
         }
         // Actions that the arrangement's buttons call by name, without arguments (those with a sender
         // are reached through the controls above).

@@ -11,12 +11,7 @@ namespace ekinora::testing {
 using namespace platform;
 
 HttpResponse jsonReply(const QJsonValue& body, int statusCode, const QByteArray& contentType) {
-    HttpResponse r;
-    r.transportOk = true;
-    r.statusCode = statusCode;
-    r.headers = {{"Content-Type", contentType}};
-    r.body = encodeJson(body);
-    return r;
+    return rawReply(encodeJson(body), statusCode, contentType);
 }
 
 HttpResponse rawReply(const QByteArray& body, int statusCode, const QByteArray& contentType) {
